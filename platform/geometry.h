@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+
+namespace trovel {
+
+/// Lengths are doubles. Unless a declaration says otherwise they are points, and y grows upward
+/// from the lower-left corner of whatever the value is relative to.
+struct Point {
+    double x = 0;
+    double y = 0;
+
+    friend bool operator==(Point const&, Point const&) = default;
+};
+
+struct Size {
+    double width = 0;
+    double height = 0;
+
+    friend bool operator==(Size const&, Size const&) = default;
+};
+
+struct Rect {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+
+    [[nodiscard]] constexpr double minX() const { return x; }
+    [[nodiscard]] constexpr double minY() const { return y; }
+    [[nodiscard]] constexpr double maxX() const { return x + width; }
+    [[nodiscard]] constexpr double maxY() const { return y + height; }
+    [[nodiscard]] constexpr double midX() const { return x + width * 0.5; }
+    [[nodiscard]] constexpr double midY() const { return y + height * 0.5; }
+
+    /// This rectangle with every side moved inward by `distance`.
+    [[nodiscard]] constexpr Rect insetBy(double distance) const {
+        return {x + distance, y + distance, width - 2 * distance, height - 2 * distance};
+    }
+
+    friend bool operator==(Rect const&, Rect const&) = default;
+};
+
+/// A rectangle of whole pixels, origin at the top left, y downward.
+struct PixelRect {
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    std::int64_t width = 0;
+    std::int64_t height = 0;
+
+    [[nodiscard]] constexpr bool isEmpty() const { return width <= 0 || height <= 0; }
+
+    friend bool operator==(PixelRect const&, PixelRect const&) = default;
+};
+
+/// The smallest rectangle of whole pixels that covers `rect` (pixels, top-left origin): the origin
+/// is rounded down and the far edge up. An edge within a millionth of a pixel of a whole one counts
+/// as lying on it, so that points which came from pixels by a division come back as those pixels.
+[[nodiscard]] inline PixelRect outwardPixelRect(Rect const& rect) {
+    constexpr double kNoise = 1e-6;
+    auto const left = static_cast<std::int64_t>(std::floor(rect.x + kNoise));
+    auto const top = static_cast<std::int64_t>(std::floor(rect.y + kNoise));
+    auto const right = static_cast<std::int64_t>(std::ceil(rect.x + rect.width - kNoise));
+    auto const bottom = static_cast<std::int64_t>(std::ceil(rect.y + rect.height - kNoise));
+    return {left, top, right - left, bottom - top};
+}
+
+} // namespace trovel

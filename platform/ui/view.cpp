@@ -1,0 +1,77 @@
+#include "platform/ui/view.h"
+
+#include "platform/ui/window.h"
+#include "platform/ui/window_host.h"
+
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
+namespace trovel {
+
+View::~View() {
+    for (auto const& view : subviews_) view->superview_ = nullptr;
+}
+
+void View::addSubview(std::shared_ptr<View> view) {
+    view->removeFromSuperview();
+    view->superview_ = this;
+    subviews_.push_back(std::move(view));
+    if (auto* owner = window(); owner != nullptr && owner->peer_)
+        owner->peer_->viewDidChange(*this);
+}
+
+void View::removeFromSuperview() {
+    auto* const parent = std::exchange(superview_, nullptr);
+    if (parent == nullptr) return;
+    auto const self = shared_from_this();
+    std::erase(parent->subviews_, self);
+    if (auto* owner = parent->window(); owner != nullptr && owner->peer_) {
+        owner->peer_->viewDidChange(*parent);
+    }
+}
+
+void View::setFrame(Rect frame) {
+    frame_ = frame;
+    if (auto* owner = window(); owner != nullptr && owner->peer_)
+        owner->peer_->viewDidChange(*this);
+}
+
+void View::setNeedsDisplay() {
+    if (auto* owner = window(); owner != nullptr && owner->peer_) {
+        owner->peer_->viewNeedsDisplay(*this);
+    }
+}
+
+Window* View::window() const {
+    View const* view = this;
+    while (view->superview_ != nullptr) view = view->superview_;
+    return view->window_;
+}
+
+Point View::convertFromWindow(Point point) const {
+    for (View const* view = this; view != nullptr; view = view->superview_) {
+        point.x -= view->frame_.x;
+        point.y -= view->frame_.y;
+    }
+    return point;
+}
+
+View* View::hitTest(Point point) {
+    // The far edges belong to the view too: a pointer on the last pixel of a screen stands there.
+    bool const isInside = point.x >= frame_.minX() && point.x <= frame_.maxX() &&
+                          point.y >= frame_.minY() && point.y <= frame_.maxY();
+    if (!isInside) return nullptr;
+    Point const inside{point.x - frame_.x, point.y - frame_.y};
+    for (auto const& view : subviews_ | std::views::reverse) {
+        if (auto* hit = view->hitTest(inside)) return hit;
+    }
+    return this;
+}
+
+Responder* View::nextResponder() const {
+    if (superview_ != nullptr) return superview_;
+    return window_;
+}
+
+} // namespace trovel

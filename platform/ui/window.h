@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/color.h"
+#include "platform/geometry.h"
+#include "platform/ui/events.h"
+#include "platform/ui/responder.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace trovel {
+
+class View;
+class WindowHost;
+class WindowPeer;
+
+/// Bits of a window's style and collection behaviour (NSWindow.StyleMask and
+/// NSWindow.CollectionBehavior).
+inline constexpr std::uint32_t kStyleBorderless = 0;
+inline constexpr std::uint32_t kStyleTitled = 1;
+inline constexpr std::uint32_t kStyleClosable = 2;
+inline constexpr std::uint32_t kStyleFullSizeContentView = 1U << 15U;
+inline constexpr std::uint32_t kCollectionCanJoinAllSpaces = 1;
+inline constexpr std::uint32_t kCollectionFullScreenAuxiliary = 256;
+
+/// Window levels (CGWindowLevel.h): ordinary windows, and above the menu bar and the Dock.
+inline constexpr int kNormalWindowLevel = 0;
+inline constexpr int kScreenSaverWindowLevel = 1000;
+
+/// What a window is apart from its content. A backend mirrors it whole.
+struct WindowAttributes {
+    /// Global screen points, without a title bar.
+    Rect contentRect;
+    std::uint32_t styleMask = kStyleBorderless;
+    int level = kNormalWindowLevel;
+    bool isOpaque = true;
+    Color backgroundColor = Color::system(Color::Name::controlBackground);
+    bool hasShadow = true;
+    bool ignoresMouseEvents = false;
+    bool acceptsMouseMovedEvents = false;
+    std::uint32_t collectionBehavior = 0;
+
+    friend bool operator==(WindowAttributes const&, WindowAttributes const&) = default;
+};
+
+/// A window and the owner of its content's tree. Held by shared_ptr; main thread only.
+///
+/// Its coordinates are points with the origin at the lower-left corner of the content, y upward.
+class Window : public Responder, public std::enable_shared_from_this<Window> {
+public:
+    /// The host must outlive the window. Nothing native exists before the window is first shown.
+    Window(WindowHost& host, WindowAttributes attributes);
+    virtual ~Window();
+
+    /// Whether the window may take the keyboard: with a title bar it may.
+    [[nodiscard]] virtual bool canBecomeKey() const;
+
+    // Commands.
+    void setAttributes(WindowAttributes attributes);
+    void setContentView(std::shared_ptr<View> view);
+    void orderFrontRegardless();
+    void makeKeyAndOrderFront();
+    void orderOut();
+
+    /// Sends key events to `view` first; false when it does not accept them.
+    bool makeFirstResponder(View* view);
+
+    // State.
+    [[nodiscard]] WindowAttributes const& attributes() const { return attributes_; }
+    [[nodiscard]] std::shared_ptr<View> const& contentView() const { return contentView_; }
+    [[nodiscard]] bool isVisible() const { return isVisible_; }
+    [[nodiscard]] bool isKeyWindow() const { return isKeyWindow_; }
+    /// The view that gets key events first; null when the window itself does.
+    [[nodiscard]] View* firstResponder() const;
+    [[nodiscard]] Responder* nextResponder() const override { return nullptr; }
+
+    // Events, from the backend.
+
+    /// A press goes to the view under it, which gets the drags and the release that follow it too,
+    /// wherever they happen; it becomes first responder if it accepts that.
+    void receive(MouseEvent const& event);
+    void receive(KeyEvent const& event);
+    /// The window got the keyboard or lost it.
+    void receiveKeyState(bool isKeyWindow);
+
+private:
+    friend class View;
+
+    WindowPeer& peer();
+
+    WindowHost& host_;
+    WindowAttributes attributes_;
+    std::shared_ptr<View> contentView_;
+    std::weak_ptr<View> firstResponder_;
+    std::weak_ptr<View> pressedView_;
+    bool isVisible_ = false;
+    bool isKeyWindow_ = false;
+    std::unique_ptr<WindowPeer> peer_; // the first to go: it refers to all of the above
+};
+
+} // namespace trovel
