@@ -54,15 +54,22 @@ struct PixelRect {
     friend bool operator==(PixelRect const&, PixelRect const&) = default;
 };
 
+/// A length within this of a whole number counts as that number, so that points which came from
+/// pixels by a division come back as those pixels.
+inline constexpr double kLengthNoise = 1e-6;
+
+/// A length that is not negative, without its fraction.
+[[nodiscard]] inline std::int64_t wholeTowardZero(double length) {
+    return static_cast<std::int64_t>(length + kLengthNoise);
+}
+
 /// The smallest rectangle of whole pixels that covers `rect` (pixels, top-left origin): the origin
-/// is rounded down and the far edge up. An edge within a millionth of a pixel of a whole one counts
-/// as lying on it, so that points which came from pixels by a division come back as those pixels.
+/// is rounded down and the far edge up.
 [[nodiscard]] inline PixelRect outwardPixelRect(Rect const& rect) {
-    constexpr double kNoise = 1e-6;
-    auto const left = static_cast<std::int64_t>(std::floor(rect.x + kNoise));
-    auto const top = static_cast<std::int64_t>(std::floor(rect.y + kNoise));
-    auto const right = static_cast<std::int64_t>(std::ceil(rect.x + rect.width - kNoise));
-    auto const bottom = static_cast<std::int64_t>(std::ceil(rect.y + rect.height - kNoise));
+    auto const left = static_cast<std::int64_t>(std::floor(rect.x + kLengthNoise));
+    auto const top = static_cast<std::int64_t>(std::floor(rect.y + kLengthNoise));
+    auto const right = static_cast<std::int64_t>(std::ceil(rect.x + rect.width - kLengthNoise));
+    auto const bottom = static_cast<std::int64_t>(std::ceil(rect.y + rect.height - kLengthNoise));
     return {left, top, right - left, bottom - top};
 }
 
