@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/key_codes.h"
+
+#include <cstdint>
+#include <string>
+
+namespace trovel {
+
+class Preferences;
+
+/// The bits of a Carbon modifier mask (Carbon's HIToolbox Events.h).
+inline constexpr std::uint32_t kCmdKey = 0x100;
+inline constexpr std::uint32_t kShiftKey = 0x200;
+inline constexpr std::uint32_t kOptionKey = 0x800;
+inline constexpr std::uint32_t kControlKey = 0x1000;
+
+/// A key and the modifiers held with it, as a Carbon mask.
+struct Hotkey {
+    KeyCode keyCode = 0;
+    std::uint32_t modifiers = 0;
+
+    friend bool operator==(Hotkey const&, Hotkey const&) = default;
+};
+
+/// Command-Shift-2, the hotkey until the user records one.
+inline constexpr Hotkey kDefaultHotkey{19, kCmdKey + kShiftKey};
+
+/// The hotkey in force. While a recorded one is stored, a key code or mask that is no unsigned
+/// 32-bit number stops the process.
+[[nodiscard]] Hotkey loadHotkey(Preferences const& preferences);
+
+/// Stores a recorded hotkey; it is in force from the next load on.
+void saveHotkey(Preferences& preferences, Hotkey hotkey);
+
+/// The Carbon mask of the Command, Shift, Option and Control flags; every other flag is dropped.
+[[nodiscard]] std::uint32_t carbonModifiers(EventFlags flags);
+
+/// The hotkey in force as the user reads it, for example "⌃⌥F1".
+[[nodiscard]] std::string storedHotkeyText(Preferences const& preferences);
+
+/// A key with modifier flags in the same notation.
+[[nodiscard]] std::string hotkeyText(KeyCode keyCode, EventFlags flags);
+
+/// The name of a key on an ANSI keyboard; "Key" and the code for one that has no name.
+[[nodiscard]] std::string keyName(KeyCode keyCode);
+
+} // namespace trovel
