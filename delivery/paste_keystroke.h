@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/key_codes.h"
+
+namespace trovel {
+
+class EventSynthesizer;
+
+/// Presses and releases one key with exactly these modifier flags. Nothing is sent unless both
+/// events could be made, so the key cannot stay down.
+void sendKeystroke(EventSynthesizer& events, KeyCode keyCode, EventFlags flags);
+
+/// Command-V.
+void sendPasteKeystroke(EventSynthesizer& events);
+
+} // namespace trovel
