@@ -1,0 +1,1 @@
+"""A whole X desktop for the tests, and everything that drives and watches it from outside."""

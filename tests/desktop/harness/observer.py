@@ -1,0 +1,163 @@
+"""What a bystander can see of an X desktop: pixels, windows, grabs, keys, the pointer's cursor."""
+
+from PIL import Image
+from Xlib import X, display as xdisplay, error
+
+BUTTONS = X.Button1Mask | X.Button2Mask | X.Button3Mask | X.Button4Mask | X.Button5Mask
+_ROWS_A_REQUEST = 256
+
+
+class Observer:
+    """One connection to the X server that only asks."""
+
+    def __init__(self, display_name):
+        self.display = xdisplay.Display(display_name)
+        # A window may go away between two questions about it; that is an answer, not an error.
+        self.display.set_error_handler(lambda *_: None)
+        self.display.xfixes_query_version()
+        self.root = self.display.screen().root
+
+    def close(self):
+        self.display.close()
+
+    # Pixels
+
+    def screenshot(self, rectangle=None):
+        """The pixels of `rectangle` (x, y, width, height), or all, as an RGB picture."""
+        geometry = self.root.get_geometry()
+        x, y, width, height = rectangle or (0, 0, geometry.width, geometry.height)
+        picture = Image.new("RGB", (width, height))
+        for top in range(0, height, _ROWS_A_REQUEST):
+            rows = min(_ROWS_A_REQUEST, height - top)
+            reply = self.root.get_image(x, y + top, width, rows, X.ZPixmap, 0xFFFFFFFF)
+            strip = Image.frombytes("RGB", (width, rows), reply.data, "raw", "BGRX")
+            picture.paste(strip, (0, top))
+        return picture
+
+    def cursor(self):
+        """A value that tells the cursor now on the screen from others: its serial and picture."""
+        image = self.display.xfixes_get_cursor_image(self.root)
+        return (image.cursor_serial, image.width, image.height, tuple(image.cursor_image))
+
+    # Windows
+
+    def windows_of(self, pid):
+        """The visible children of the root window that process `pid` created."""
+        return [window for window in self._children() if self._pid_behind(window) == pid]
+
+    def overlays_of(self, pid):
+        """The rectangles of the visible windows of `pid` that no window manager touches."""
+        found = []
+        for window in self.windows_of(pid):
+            try:
+                if window.get_attributes().override_redirect:
+                    geometry = window.get_geometry()
+                    found.append((geometry.x, geometry.y, geometry.width, geometry.height))
+            except error.XError:
+                continue
+        return sorted(found)
+
+    def managed_of(self, pid):
+        """The windows of process `pid` in the window manager's list."""
+        return [window for window in self.client_list() if self._pid_behind(window) == pid]
+
+    def client_list(self):
+        return [self._window(number) for number in self._root_property("_NET_CLIENT_LIST")]
+
+    def active_window(self):
+        """The number of the active window, 0 when there is none."""
+        value = self._root_property("_NET_ACTIVE_WINDOW")
+        return value[0] if value else 0
+
+    def active_process(self):
+        active = self.active_window()
+        return self._pid_behind(self._window(active)) if active else None
+
+    def title(self, window):
+        """The name that `window` shows; empty when it has none."""
+        try:
+            name = window.get_full_property(self.atom("_NET_WM_NAME"), X.AnyPropertyType)
+            return (name.value if name else b"").decode(errors="replace")
+        except error.XError:
+            return ""
+
+    def frame(self, window):
+        """The rectangle of `window` in root coordinates, without what a window manager adds."""
+        geometry = window.get_geometry()
+        corner = self.root.translate_coords(window, 0, 0)
+        return (corner.x, corner.y, geometry.width, geometry.height)
+
+    # Input
+
+    def held_keys(self):
+        """The keycodes that are down."""
+        return [8 * index + bit for index, byte in enumerate(self.display.query_keymap())
+                for bit in range(8) if byte >> bit & 1]
+
+    def held_buttons(self):
+        return self.root.query_pointer().mask & BUTTONS
+
+    def pointer(self):
+        where = self.root.query_pointer()
+        return (where.root_x, where.root_y)
+
+    def is_input_free(self):
+        """Whether no client has the keyboard or the pointer for itself."""
+        time = X.CurrentTime
+        keyboard = self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, time)
+        pointer = self.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, time)
+        self.display.ungrab_pointer(time)
+        self.display.ungrab_keyboard(time)
+        self.display.sync()
+        return keyboard == X.GrabSuccess and pointer == X.GrabSuccess
+
+    def is_key_taken(self, keycode, modifiers):
+        """Whether a client has grabbed the key. Nobody can run into the short grab that asks."""
+        refused = error.CatchError(error.BadAccess)
+        self.display.grab_server()
+        self.root.grab_key(keycode, modifiers, False, X.GrabModeAsync, X.GrabModeAsync, refused)
+        self.display.sync()
+        if not refused.get_error():
+            self.root.ungrab_key(keycode, modifiers)
+        self.display.ungrab_server()
+        self.display.sync()
+        return bool(refused.get_error())
+
+    # Selections and properties
+
+    def selection_owner(self, name):
+        return self.display.get_selection_owner(self.atom(name))
+
+    def atom(self, name):
+        return self.display.intern_atom(name)
+
+    def window_manager_is_up(self):
+        check = self._root_property("_NET_SUPPORTING_WM_CHECK")
+        return bool(check) and self._children() is not None
+
+    def _children(self):
+        found = []
+        for window in self.root.query_tree().children:
+            try:
+                if window.get_attributes().map_state == X.IsViewable:
+                    found.append(window)
+            except error.XError:
+                continue
+        return found
+
+    def _pid_behind(self, window):
+        specification = [{"client": window.id, "mask": 2}]
+        try:
+            for answer in self.display.res_query_client_ids(specification).ids:
+                if answer.value:
+                    return answer.value[0]
+        except error.XError:
+            pass
+        return None
+
+    def _window(self, number):
+        return self.display.create_resource_object("window", number)
+
+    def _root_property(self, name):
+        value = self.root.get_full_property(self.atom(name), X.AnyPropertyType)
+        return list(value.value) if value else []

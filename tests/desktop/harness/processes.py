@@ -1,0 +1,71 @@
+"""The processes of one desktop: started with its environment and gone when it closes."""
+
+import ctypes
+import os
+import signal
+import subprocess
+
+_libc = ctypes.CDLL(None)
+_PR_SET_PDEATHSIG = 1
+
+
+def _die_with_parent():
+    _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
+
+
+class Processes:
+    """Starts processes and ends every one of them, the last started first."""
+
+    def __init__(self, log_folder):
+        self.environment = {}
+        self._log_folder = log_folder
+        self._running = []
+
+    def start(self, name, *command, **options):
+        """Starts `command`; what it says goes to a file `name`.log of the log folder."""
+        options.setdefault("env", self.environment)
+        with open(self.log_path(name), "ab") as log:
+            options.setdefault("stdout", log)
+            options.setdefault("stderr", log)
+            process = subprocess.Popen([str(word) for word in command], stdin=subprocess.DEVNULL,
+                                       start_new_session=True, preexec_fn=_die_with_parent,
+                                       **options)
+        self._running.append(process)
+        return process
+
+    def run(self, *command, timeout=20, check=True):
+        """Runs `command` to its end and returns what it wrote to standard output, as bytes."""
+        done = subprocess.run([str(word) for word in command], env=self.environment, check=check,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, timeout=timeout)
+        return done.stdout
+
+    def stop(self, process, grace=3.0):
+        """Ends `process` and its children, by force after `grace` seconds."""
+        if process in self._running:
+            self._running.remove(process)
+        self._signal(process, signal.SIGTERM)
+        try:
+            process.wait(grace)
+        except subprocess.TimeoutExpired:
+            pass
+        self._signal(process, signal.SIGKILL)
+        process.wait()
+
+    def stop_all(self):
+        while self._running:
+            self.stop(self._running[-1])
+
+    def log_path(self, name):
+        return os.path.join(self._log_folder, name + ".log")
+
+    def log(self, name):
+        with open(self.log_path(name), errors="replace") as log:
+            return log.read()
+
+    @staticmethod
+    def _signal(process, number):
+        try:
+            os.killpg(process.pid, number)
+        except ProcessLookupError:
+            pass

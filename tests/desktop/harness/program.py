@@ -1,0 +1,87 @@
+"""Trovel itself, started as a user's session would and watched from outside."""
+
+import os
+import signal
+
+from Xlib import X
+
+from .driver import KEY_2
+from .waiting import wait_until
+
+HOTKEY_MODIFIERS = X.ControlMask | X.ShiftMask
+DEFAULTS = {"hasCompletedOnboarding": True}
+
+
+def write_preferences(path, preferences):
+    """Writes a preferences file as the program keeps it."""
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "w", encoding="utf-8") as file:
+        for key, value in preferences.items():
+            file.write(f"{key}={_text(value)}\n")
+
+
+def _text(value):
+    if isinstance(value, bool):
+        return "true" if value else "false"
+    return str(value)
+
+
+class Program:
+    """One run of the program, from its start to its end."""
+
+    def __init__(self, desktop, preferences=None, environment=None, wait=True):
+        self._desktop = desktop
+        if preferences is not None:
+            write_preferences(desktop.preferences_path, {**DEFAULTS, **preferences})
+        self.process = desktop.processes.start(
+            "trovel", os.environ["TROVEL_BINARY"],
+            env={**desktop.processes.environment, **(environment or {})})
+        self.pid = self.process.pid
+        if wait:
+            wait_until(self._answers_its_hotkey, "Trovel has its hotkey", 10)
+
+    # What it shows
+
+    def overlays(self):
+        """The rectangles of the overlay's windows that are on the screen."""
+        return self._desktop.observer.overlays_of(self.pid)
+
+    def wait_for_overlay(self, count=None, timeout=3.0):
+        """Waits until every monitor is covered and returns the rectangles."""
+        expected = count or len(self._desktop.monitors)
+        return wait_until(lambda: len(self.overlays()) == expected and self.overlays(),
+                          f"{expected} overlay windows are up", timeout)
+
+    def wait_for_no_overlay(self, timeout=3.0):
+        wait_until(lambda: not self.overlays(), "the overlay is gone", timeout)
+
+    def alerts(self):
+        """The program's windows that the window manager knows."""
+        return self._desktop.observer.managed_of(self.pid)
+
+    def wait_for_alert(self, timeout=5.0):
+        return wait_until(self.alerts, "an alert is up", timeout)[0]
+
+    # How it ends
+
+    def is_running(self):
+        return self.process.poll() is None
+
+    def terminate(self, timeout=3.0):
+        """Asks the program to end and returns its exit status; negative is a signal."""
+        self.process.send_signal(signal.SIGTERM)
+        return self.wait(timeout)
+
+    def wait(self, timeout=3.0):
+        wait_until(lambda: not self.is_running(), "Trovel has ended", timeout)
+        return self.process.returncode
+
+    def messages(self):
+        """What it wrote to standard output and standard error."""
+        return self._desktop.processes.log("trovel")
+
+    def _answers_its_hotkey(self):
+        if not self.is_running():
+            raise AssertionError(f"Trovel ended with {self.process.returncode} instead of waiting "
+                                 f"for its hotkey: {self.messages()}")
+        return self._desktop.observer.is_key_taken(KEY_2, HOTKEY_MODIFIERS)
