@@ -8,7 +8,8 @@
 namespace trovel {
 
 /// One operating system's side of Trovel. It lives on the main thread, from the start of the
-/// process to its end.
+/// process to its end. When it goes, tasks and blocks that still wait are dropped first: they may
+/// hold the last reference to objects that use the rest of it.
 class Backend {
 public:
     Backend(Backend const&) = delete;
