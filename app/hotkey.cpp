@@ -64,15 +64,6 @@ void saveHotkey(Preferences& preferences, Hotkey hotkey) {
     preferences.setHotkeyIsCustom(true);
 }
 
-std::uint32_t carbonModifiers(EventFlags flags) {
-    std::uint32_t modifiers = 0;
-    if ((flags & kFlagCommand) != 0) modifiers += kCmdKey;
-    if ((flags & kFlagShift) != 0) modifiers += kShiftKey;
-    if ((flags & kFlagOption) != 0) modifiers += kOptionKey;
-    if ((flags & kFlagControl) != 0) modifiers += kControlKey;
-    return modifiers;
-}
-
 std::string storedHotkeyText(Preferences const& preferences) {
     if (!preferences.hotkeyIsCustom()) return std::string(kDefaultHotkeyText);
     return text(loadHotkey(preferences));

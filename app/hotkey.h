@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/carbon_modifiers.h"
 #include "platform/key_codes.h"
 
 #include <cstdint>
@@ -8,12 +9,6 @@
 namespace trovel {
 
 class Preferences;
-
-/// The bits of a Carbon modifier mask (Carbon's HIToolbox Events.h).
-inline constexpr std::uint32_t kCmdKey = 0x100;
-inline constexpr std::uint32_t kShiftKey = 0x200;
-inline constexpr std::uint32_t kOptionKey = 0x800;
-inline constexpr std::uint32_t kControlKey = 0x1000;
 
 /// A key and the modifiers held with it, as a Carbon mask.
 struct Hotkey {
@@ -32,9 +27,6 @@ inline constexpr Hotkey kDefaultHotkey{19, kCmdKey + kShiftKey};
 
 /// Stores a recorded hotkey; it is in force from the next load on.
 void saveHotkey(Preferences& preferences, Hotkey hotkey);
-
-/// The Carbon mask of the Command, Shift, Option and Control flags; every other flag is dropped.
-[[nodiscard]] std::uint32_t carbonModifiers(EventFlags flags);
 
 /// The hotkey in force as the user reads it, for example "⌃⌥F1".
 [[nodiscard]] std::string storedHotkeyText(Preferences const& preferences);

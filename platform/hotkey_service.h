@@ -37,8 +37,8 @@ public:
                                                                void* userData) = 0;
     virtual void removeEventHandler(EventHandlerRef handler) = 0;
 
-    /// Registers a key with a Carbon modifier mask. Nothing when the system refuses, for example
-    /// because another application has the combination.
+    /// Registers a key with a Carbon modifier mask (platform/carbon_modifiers.h). Nothing when the
+    /// system refuses, for example because another application has the combination.
     virtual std::optional<EventHotKeyRef>
     registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyId id) = 0;
     virtual void unregisterEventHotKey(EventHotKeyRef hotKey) = 0;
