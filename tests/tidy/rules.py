@@ -1,0 +1,306 @@
+"""The rules of the code. Each takes what it judges and yields (path, line, message)."""
+
+import re
+
+STANDARD_HEADERS = frozenset(
+    """algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv
+    chrono cinttypes climits clocale cmath codecvt compare complex concepts condition_variable
+    coroutine csetjmp csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime cuchar cwchar
+    cwctype deque exception execution expected filesystem forward_list fstream functional future
+    initializer_list iomanip ios iosfwd iostream istream iterator latch limits list locale map
+    memory memory_resource mutex new numbers numeric optional ostream queue random ranges ratio
+    regex scoped_allocator semaphore set shared_mutex source_location span spanstream sstream stack
+    stacktrace stdexcept stop_token streambuf string string_view strstream syncstream system_error
+    thread tuple type_traits typeindex typeinfo unordered_map unordered_set utility valarray
+    variant vector version""".split()
+)
+
+# Which rooms each room may include besides itself.
+GROUND = ("platform", "platform/ui")
+ROOMS = {
+    "app": ("windows", "capture", "delivery", *GROUND),
+    "windows": ("delivery", *GROUND),
+    "capture": ("delivery", *GROUND),
+    "delivery": GROUND,
+    "platform": GROUND,
+    "platform/ui": GROUND,
+    "platform/simulated": GROUND,
+    "platform/linux": GROUND,
+    "platform/macos": GROUND,
+}
+PRODUCT_ROOMS = ("app", "windows", "capture", "delivery")
+BACKENDS = ("platform/simulated", "platform/linux", "platform/macos")
+TOOLKIT_BACKENDS = ("platform/linux", "platform/macos")
+# Two small values that every room of the product may include.
+OPEN_TO_ALL_ROOMS = ("app/hotkey.h", "app/preferences.h")
+
+SCRIPTS = (".py", ".sh", ".cmake", "CMakeLists.txt", "run", "test")
+
+LINE_LIMIT = 100
+FUNCTION_LIMIT = 60
+OBJC_FILE_LIMIT = 200
+
+
+def room_of(path):
+    """The room that a file lies in, a backend's folders counting as one; None outside of rooms."""
+    folder = str(path.parent) + "/"
+    fitting = [room for room in ROOMS if folder.startswith(room + "/")]
+    return max(fitting, key=len, default=None)
+
+
+def is_portable(path):
+    return room_of(path) is not None and room_of(path) not in TOOLKIT_BACKENDS
+
+
+def touches_the_system(path):
+    """Code that talks to a real desktop: the two backends, and the tests and measurements on it."""
+    return (
+        room_of(path) in TOOLKIT_BACKENDS
+        or path.parts[0] == "bench"
+        or path.parts[:2] in (("tests", "linux"), ("tests", "macos"), ("tests", "contract"))
+    )
+
+
+def include_directions(source):
+    room = room_of(source.path)
+    for include in source.includes:
+        place = (source.path, include.line)
+        if not include.quoted:
+            if is_portable(source.path) and include.path not in STANDARD_HEADERS:
+                yield *place, f"<{include.path}> is not the standard library's"
+            continue
+        target = room_of(type(source.path)(include.path))
+        if room is None or target == room:
+            continue
+        if include.path in OPEN_TO_ALL_ROOMS and room in PRODUCT_ROOMS:
+            continue
+        if target is None:
+            yield *place, f'"{include.path}" is not written from the root of the tree'
+        elif target in BACKENDS and str(source.path).rpartition(".")[0] == "app/main":
+            continue
+        elif target not in ROOMS[room]:
+            yield *place, f"{room} may not include {target}"
+
+
+def include_order(source):
+    """Own header, project, toolkit, standard library: in this order, a blank line between."""
+    own = str(source.path.with_suffix(".h"))
+
+    def group(include):
+        if include.quoted and include.path == own:
+            return 0
+        if include.quoted:
+            return 1
+        return 3 if include.path in STANDARD_HEADERS else 2
+
+    for before, after in zip(source.includes, source.includes[1:]):
+        if any(line.lstrip().startswith("#if") for line in source.lines[before.line : after.line]):
+            continue
+        place = (source.path, after.line)
+        if group(after) < group(before):
+            yield *place, f"{after.path} stands after {before.path}; see the order of includes"
+        elif group(after) != group(before) and after.line == before.line + 1:
+            yield *place, f"no blank line between {before.path} and {after.path}"
+
+
+# What is banned, where (a predicate on the path), and why.
+def everywhere(_):
+    return True
+
+
+def outside_backends(path):
+    return room_of(path) not in TOOLKIT_BACKENDS
+
+
+def in_portable_code(path):
+    return is_portable(path) or not touches_the_system(path)
+
+
+def in_product_rooms(path):
+    return room_of(path) in PRODUCT_ROOMS
+
+
+BANNED = [
+    (r"\b(?:usleep|nanosleep|sleep_for|sleep_until|sleepForTimeInterval)\b|\bsleep\s*\(",
+     everywhere, "a delay goes through MainQueue, never a sleep"),
+    (r"\b(?:rand|srand|random|drand48|arc4random)\s*\(|\brandom_device\b",
+     everywhere, "randomness comes from a seed"),
+    (r"\b(?:system_clock|steady_clock|high_resolution_clock)::now\b|\bgettimeofday\b"
+     r"|\bclock_gettime\b|\bstd::time\s*\(|(?<![\w.:>])time\s*\(\s*(?:NULL|nullptr|0)\s*\)",
+     in_portable_code, "time is the main queue's"),
+    (r"\bthrow\b|\btry\s*\{|\bcatch\s*\(", outside_backends, "failures are values"),
+    (r"\.value\s*\(\s*\)|\.(?:and_then|or_else|transform_error)\s*\(",
+     outside_backends, "test the value and return early"),
+    (r"\bstd::(?:print|println)\b|<print>", everywhere, "not in every compiler's library"),
+    (r"\bstd::move_only_function\b", everywhere, "not in every compiler's library"),
+    (r"\bstd::jthread\b", everywhere, "not in every compiler's library"),
+    (r"\bthread_local\b", everywhere, "no mutable statics"),
+    (r"\busing\s+namespace\b", everywhere, "names are written out or declared one by one"),
+    (r"\bstd::(?:cout|cerr|clog)\b|\bf?printf\s*\(|\bNSLog\b|\bq(?:Debug|Warning|Info)\s*\(",
+     in_product_rooms, "nothing is logged"),
+]
+
+
+def banned_calls(source):
+    for pattern, applies, why in BANNED:
+        if not applies(source.path):
+            continue
+        for match in re.finditer(pattern, source.code):
+            yield source.path, source.line_of(match.start()), f"{match.group().strip()}: {why}"
+
+
+CONSTANT = re.compile(r"\b(?:const|constexpr|constinit|consteval)\b(?!.*[*]\s*\w+\s*(?:=|$))")
+NOT_A_VARIABLE = re.compile(
+    r"^(?:\[\[.*?\]\]\s*)?(?:using|typedef|namespace|class|struct|union|enum|friend|extern|template"
+    r"|static_assert|return|public|private|protected|@\w+|[-+]\s*\()|\boperator\b"
+)
+
+
+def mutable_statics(source):
+    for line, statement, kinds in source.statements_with_scope:
+        declaration = re.split(r"(?<![=!<>])=(?!=)|\{", statement, maxsplit=1)[0].strip()
+        text = " ".join(declaration.split())
+        if NOT_A_VARIABLE.search(text) or "(" in text or CONSTANT.search(text):
+            continue
+        words = re.match(r"(?:static|inline|mutable|\s)*[\w:<>,*&\s]+?\s[*&]*\w+(?:\[.*\])?$", text)
+        if not words:
+            continue
+        at_namespace = all(kind == "namespace" for kind in kinds)
+        if re.search(r"\bstatic\b", text) or (at_namespace and source.path.suffix != ".m"):
+            yield source.path, line, f"{text}: a mutable static"
+
+
+def header_form(source):
+    if not source.is_header:
+        return
+    if source.lines[0] != "#pragma once":
+        yield source.path, 1, "a header starts with #pragma once"
+    for number, line in enumerate(source.lines, 1):
+        if re.match(r"\s*#\s*(?:if|ifdef|ifndef)\b", line) and room_of(source.path) not in BACKENDS:
+            yield source.path, number, "no conditional compilation in a portable header"
+
+
+def class_comments(source):
+    """Each class that a header declares says above itself what it is."""
+    if not source.is_header:
+        return
+    for block in source.blocks:
+        if any(kind != "namespace" for kind in block.depth_kinds):
+            continue
+        if not re.search(r"(?:^|>\s*)(?:class|@interface)\b|^@interface", block.head):
+            continue
+        above = block.first_line - 2
+        while above >= 0 and re.match(r"\s*(?:template\b|\[\[)", source.lines[above]):
+            above -= 1
+        if above < 0 or not source.lines[above].lstrip().startswith("///"):
+            name = " ".join(block.head.split()[:2])
+            yield source.path, block.first_line, f"{name} has no /// comment"
+
+
+def function_lengths(source):
+    for block in source.blocks:
+        length = block.last_line - block.first_line + 1
+        if block.kind == "function" and length > FUNCTION_LIMIT:
+            yield source.path, block.first_line, f"a function of {length} lines"
+
+
+def line_lengths(source):
+    for number, line in enumerate(source.lines, 1):
+        if len(line) > LINE_LIMIT:
+            yield source.path, number, f"{len(line)} columns"
+
+
+def objc_file_lengths(source):
+    count = len(source.lines) - 1
+    if source.path.suffix == ".mm" and room_of(source.path) == "platform/macos":
+        if count > OBJC_FILE_LIMIT:
+            yield source.path, count, f"{count} lines: too much for a file that only translates"
+
+
+def leftovers(source):
+    for number, line in enumerate(source.lines, 1):
+        mark = re.search(r"\b(?:TO" r"DO|FIX" r"ME|XX" r"X|HA" r"CK)\b", line)
+        if mark:
+            yield source.path, number, f"{mark.group()} is work left behind"
+
+
+def machine_paths(source):
+    """Nothing names a folder of the machine that it was written on."""
+    for number, line in enumerate(source.lines, 1):
+        path = re.search(r"(?<![\w.~}])/(?:root|work|home/(?!user\b)\w|Users/(?!user\b)\w)[\w./]*",
+                         line)
+        if path:
+            yield source.path, number, f"{path.group()} is one machine's"
+
+
+def file_names(source):
+    if source.is_cpp:
+        if not re.fullmatch(r"[a-z0-9]+(?:_[a-z0-9]+)*", source.path.stem):
+            yield source.path, 1, "a file is named in snake_case after its main type"
+        is_test = re.search(r"^TEST(?:_F|_P)?\(", source.code, re.MULTILINE)
+        if is_test and not source.path.stem.endswith("_test"):
+            yield source.path, 1, "a file of tests ends in _test"
+
+
+def endings(source):
+    if source.text and not source.text.endswith("\n"):
+        yield source.path, len(source.lines), "no newline at the end"
+    if "\r" in source.text or "\t" in source.text and source.is_cpp:
+        yield source.path, 1, "a tab or a carriage return"
+
+
+def circles(sources):
+    """Files that include each other, directly or by way of others."""
+    known = {str(source.path): source for source in sources}
+    links = {
+        path: [i.path for i in source.includes if i.quoted and i.path in known]
+        for path, source in known.items()
+    }
+    done = set()
+    for start in sorted(links):
+        trail, pending = [], [(start, iter(links[start]))]
+        while pending:
+            path, rest = pending[-1]
+            if len(trail) < len(pending):
+                trail.append(path)
+            following = next(rest, None)
+            if following is None:
+                done.add(path)
+                pending.pop()
+                trail.pop()
+            elif following in trail:
+                circle = trail[trail.index(following) :] + [following]
+                yield known[path].path, 1, "a circle of includes: " + " > ".join(circle)
+            elif following not in done:
+                pending.append((following, iter(links[following])))
+
+
+def missing_files(sources):
+    known = {str(source.path) for source in sources}
+    for source in sources:
+        for include in source.includes:
+            if include.quoted and include.path not in known and room_of(source.path):
+                yield source.path, include.line, f"there is no {include.path}"
+
+
+CPP_RULES = (
+    include_directions, include_order, banned_calls, mutable_statics, header_form, class_comments,
+    function_lengths, objc_file_lengths, file_names,
+)
+CODE_RULES = (line_lengths,)
+TEXT_RULES = (leftovers, machine_paths, endings)
+TREE_RULES = (circles, missing_files)
+
+
+def judge(sources):
+    """All breaches of the rules in a tree of sources, by file and line."""
+    cpp = [source for source in sources if source.is_cpp]
+    code = [s for s in sources if s.is_cpp or s.path.suffix in SCRIPTS or s.path.name in SCRIPTS]
+    for chosen, rules in ((cpp, CPP_RULES), (code, CODE_RULES), (sources, TEXT_RULES)):
+        for source in chosen:
+            for rule in rules:
+                for path, line, message in rule(source):
+                    yield rule.__name__, path, line, message
+    for rule in TREE_RULES:
+        for path, line, message in rule(cpp):
+            yield rule.__name__, path, line, message

@@ -1,0 +1,180 @@
+"""The rules are themselves tested: each catches the small wrong file written for it, and lets the
+nearest right one pass. A rule without a case here fails too."""
+
+import tempfile
+import unittest
+from pathlib import Path
+
+import rules
+import tidy
+from source import Source
+
+# (rule, path, what is wrong, what is right)
+CASES = [
+    ("include_directions", "delivery/a.cpp",
+     '#include "capture/crop.h"\n', '#include "platform/image.h"\n'),
+    ("include_directions", "capture/a.cpp",
+     '#include "windows/slots.h"\n', '#include "delivery/detector.h"\n'),
+    ("include_directions", "windows/a.cpp",
+     '#include "capture/crop.h"\n', '#include "app/preferences.h"\n'),
+    ("include_directions", "capture/a.cpp",
+     '#include "app/app_delegate.h"\n', '#include "app/hotkey.h"\n'),
+    ("include_directions", "platform/a.h",
+     '#pragma once\n\n#include "app/hotkey.h"\n',
+     '#pragma once\n\n#include "platform/ui/view.h"\n'),
+    ("include_directions", "app/a.cpp",
+     '#include "platform/linux/x.h"\n', '#include "platform/backend.h"\n'),
+    ("include_directions", "app/a.cpp",
+     '#include "platform/simulated/x.h"\n', '#include "windows/card.h"\n'),
+    ("include_directions", "platform/linux/a.cpp",
+     '#include "platform/simulated/x.h"\n', '#include "platform/linux/xcb/x.h"\n'),
+    ("include_directions", "platform/linux/a.cpp",
+     '#include "delivery/detector.h"\n', '#include <QWindow>\n'),
+    ("include_directions", "platform/ui/a.cpp", "#include <QWindow>\n", "#include <vector>\n"),
+    ("include_directions", "delivery/a.cpp", "#include <xcb/xcb.h>\n", "#include <expected>\n"),
+    ("include_directions", "delivery/a.cpp", '#include "detector.h"\n',
+     '#include "delivery/detector.h"\n'),
+    ("include_order", "capture/crop.cpp",
+     '#include <vector>\n\n#include "capture/crop.h"\n',
+     '#include "capture/crop.h"\n\n#include <vector>\n'),
+    ("include_order", "capture/crop.cpp",
+     '#include "capture/crop.h"\n#include <vector>\n',
+     '#include "capture/crop.h"\n\n#include "platform/image.h"\n\n#include <vector>\n'),
+    ("include_order", "platform/linux/a.cpp",
+     "#include <vector>\n\n#include <xcb/xcb.h>\n", "#include <xcb/xcb.h>\n\n#include <vector>\n"),
+    ("banned_calls", "tests/app/a_test.cpp", "void f() { usleep(5); }\n", "void sleepy();\n"),
+    ("banned_calls", "platform/linux/a.cpp",
+     "void f() { std::this_thread::sleep_for(delay); }\n", "// sleep_for is not for us\n"),
+    ("banned_calls", "capture/a.cpp", "int f() { return rand(); }\n", "int operand();\n"),
+    ("banned_calls", "capture/a.cpp", "unsigned f() { return std::random_device{}(); }\n",
+     'auto f() { return "rand()"; }\n'),
+    ("banned_calls", "app/a.cpp", "auto f() { return std::chrono::steady_clock::now(); }\n",
+     "std::chrono::steady_clock::duration f();\n"),
+    ("banned_calls", "tests/app/a_test.cpp", "auto f() { return time(nullptr); }\n",
+     "auto f(Queue& queue) { return queue.time(); }\n"),
+    ("banned_calls", "app/a.cpp", "void f() { throw 1; }\n", "void throwAway();\n"),
+    ("banned_calls", "app/a.cpp", "void f() { try { g(); } catch (int) {} }\n",
+     "void retry();\n"),
+    ("banned_calls", "app/a.cpp", "int f() { return g().value(); }\n",
+     "int f() { return *g(); }\n"),
+    ("banned_calls", "app/a.cpp", "auto f() { return g().and_then(h); }\n", "void and_then();\n"),
+    ("banned_calls", "app/a.cpp", 'void f() { std::print("x"); }\n', "void print();\n"),
+    ("banned_calls", "app/a.cpp", "std::move_only_function<void()> f();\n",
+     "std::function<void()> f();\n"),
+    ("banned_calls", "platform/linux/a.cpp", "std::jthread f();\n", "std::thread f();\n"),
+    ("banned_calls", "app/a.cpp", 'void f() { printf("x"); }\n',
+     'void f() { fingerprint("x"); }\n'),
+    ("banned_calls", "app/a.cpp", "using namespace std;\n", "using std::swap;\n"),
+    ("banned_calls", "app/a.cpp", "void f() { thread_local int x = 0; }\n", "int x();\n"),
+    ("mutable_statics", "app/a.cpp",
+     "int f() {\n    static int calls = 0;\n    return ++calls;\n}\n",
+     "int f() {\n    static constexpr int kCalls = 0;\n    return kCalls;\n}\n"),
+    ("mutable_statics", "app/a.cpp", "namespace trovel {\nint calls = 0;\n}\n",
+     "namespace trovel {\nint const kCalls = 0;\n}\n"),
+    ("mutable_statics", "app/a.cpp", "namespace {\nstd::vector<int> calls;\n}\n",
+     "namespace {\nstd::vector<int> calls();\n}\n"),
+    ("mutable_statics", "app/a.cpp", "namespace {\nstd::vector<int> calls{1, 2};\n}\n",
+     "namespace {\nstd::array const kCalls{1, 2};\n}\n"),
+    ("mutable_statics", "app/a.cpp", "class A {\n    static char const* name_;\n};\n",
+     "class A {\n    char const* name_;\n    static int f();\n};\n"),
+    ("header_form", "app/a.h", "#ifndef A\n#define A\n#endif\n", "#pragma once\n"),
+    ("mutable_statics", "app/a.cpp", "int f() {\n    static std::vector<int> calls{1, 2};\n}\n",
+     "int f() {\n    static std::array const kCalls{1, 2};\n    std::vector<int> calls{1};\n}\n"),
+    ("header_form", "app/a.h", "#pragma once\n\n#ifdef __APPLE__\n#endif\n",
+     "#pragma once\n\nint f();\n"),
+    ("class_comments", "app/a.h", "#pragma once\n\nnamespace trovel {\n\nclass A {\n};\n\n}\n",
+     "#pragma once\n\nnamespace trovel {\n\nclass B;\n\n/// An A.\nclass A {\n};\n\n}\n"),
+    ("class_comments", "app/a.h", "#pragma once\n\ntemplate <class T>\nclass A : B {\n};\n",
+     "#pragma once\n\n/// An A.\ntemplate <class T>\nclass A : B {\n};\n"),
+    ("class_comments", "platform/macos/a.h", "#pragma once\n\n@interface A : NSObject {\n}\n@end\n",
+     "#pragma once\n\n/// An A.\n@interface A : NSObject {\n}\n@end\n"),
+    ("function_lengths", "app/a.cpp", "int f() {\n" + "    g();\n" * 59 + "}\n",
+     "int f() {\n" + "    g();\n" * 58 + "}\n"),
+    ("function_lengths", "tests/a_test.cpp",
+     "namespace {\nTEST(A, B) {\n" + "    if (a) {\n    }\n" * 30 + "}\n}\n",
+     "namespace {\nTEST(A, B) {\n" + "    if (a) {\n    }\n" * 29 + "}\n}\n"),
+    ("function_lengths", "app/a.cpp", "A::A(int b) : b_{b}, c_(b) {\n" + "    g();\n" * 60 + "}\n",
+     "constexpr std::array<int, f()> kTable = {\n" + "    1,\n" * 90 + "};\n"),
+    ("function_lengths", "platform/macos/a.mm",
+     "@implementation A\n- (void)f:(int)x {\n" + "    g();\n" * 60 + "}\n@end\n",
+     "@implementation A\n" + "- (void)f:(int)x {\n    g();\n}\n" * 30 + "@end\n"),
+    ("line_lengths", "app/a.cpp", "//" + "x" * 99 + "\n", "//" + "x" * 98 + "\n"),
+    ("line_lengths", "tests/a.py", "#" + "x" * 100 + "\n", "#" + "ü" * 99 + "\n"),
+    ("objc_file_lengths", "platform/macos/a.mm", "\n" * 201, "\n" * 200),
+    ("leftovers", "docs/a.md", "TO" "DO: more\n", "What to do next\n"),
+    ("leftovers", "app/a.cpp", "// FIX" "ME later\n", "// Fixed\n"),
+    ("machine_paths", "docs/a.md", "See /ro" "ot/notes.\n", "See the root/notes.\n"),
+    ("machine_paths", "tests/a.py", 'HOME = "/ho' 'me/somebody"\n', 'HOME = "/home/user"\n'),
+    ("file_names", "app/AppDelegate.cpp", "", ""),
+    ("file_names", "tests/app/hotkey.cpp", "TEST(A, B) {}\n", ""),
+    ("endings", "app/a.cpp", "int f();", "int f();\n"),
+    ("endings", "app/a.cpp", "\tint f();\n", "    int f();\n"),
+]
+RENAMED = {"app/AppDelegate.cpp": "app/app_delegate.cpp"}
+
+
+def findings(*sources):
+    return [rule for rule, *_ in rules.judge(sources) if rule != "missing_files"]
+
+
+class EveryRule(unittest.TestCase):
+    def test_catches_what_is_wrong_and_nothing_else(self):
+        for rule, path, wrong, _ in CASES:
+            with self.subTest(rule=rule, text=wrong):
+                self.assertEqual(set(findings(Source(path, wrong))), {rule})
+
+    def test_lets_pass_what_is_right(self):
+        for rule, path, _, right in CASES:
+            with self.subTest(rule=rule, text=right):
+                self.assertEqual(findings(Source(RENAMED.get(path, path), right)), [])
+
+    def test_has_a_case(self):
+        judged = (*rules.CPP_RULES, *rules.CODE_RULES, *rules.TEXT_RULES)
+        self.assertEqual({rule.__name__ for rule in judged}, {rule for rule, *_ in CASES})
+
+
+class TheTree(unittest.TestCase):
+    def test_may_not_go_in_circles(self):
+        a = Source("app/a.h", '#pragma once\n\n#include "app/b.h"\n')
+        b = Source("app/b.h", '#pragma once\n\n#include "app/c.h"\n')
+        c = Source("app/c.h", '#pragma once\n\n#include "app/a.h"\n')
+        self.assertEqual(findings(a, b, c), ["circles"])
+        self.assertEqual(findings(a, b, Source("app/c.h", "#pragma once\n")), [])
+
+    def test_may_meet_again_without_a_circle(self):
+        a = Source("app/a.h", '#pragma once\n\n#include "app/b.h"\n#include "app/c.h"\n')
+        b = Source("app/b.h", '#pragma once\n\n#include "app/c.h"\n')
+        self.assertEqual(findings(a, b, Source("app/c.h", "#pragma once\n")), [])
+
+    def test_includes_only_what_is_there(self):
+        a = Source("app/a.h", '#pragma once\n\n#include "app/b.h"\n')
+        self.assertEqual([rule for rule, *_ in rules.judge([a])], ["missing_files"])
+        self.assertEqual(list(rules.judge([a, Source("app/b.h", "#pragma once\n")])), [])
+
+
+class TheProgram(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = Path(folder.name)
+        Path(self.root, "app").mkdir()
+
+    def write(self, path, text):
+        Path(self.root, path).write_text(text, encoding="utf-8")
+
+    def test_fails_on_a_breach_and_passes_without(self):
+        self.write("app/a.cpp", "int f();\n")
+        self.assertTrue(tidy.check_rules(self.root))
+        self.write("app/a.cpp", "int f() { return rand(); }\n")
+        self.assertFalse(tidy.check_rules(self.root))
+
+    def test_fails_on_a_file_that_is_not_formatted(self):
+        self.write(".clang-format", "BasedOnStyle: LLVM\n")
+        self.write("app/a.cpp", "int f();\n")
+        self.assertTrue(tidy.check_format(self.root, "clang-format-19"))
+        self.write("app/a.cpp", "int  f( );\n")
+        self.assertFalse(tidy.check_format(self.root, "clang-format-19"))
+
+
+if __name__ == "__main__":
+    unittest.main()
