@@ -7,6 +7,6 @@ target_compile_options(trovel_warnings INTERFACE
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   target_compile_options(trovel_warnings INTERFACE -Wextra-semi -Wunused-member-function)
 else()
-  # GCC 12 sees null dereferences and uninitialised reads in the standard library's own inlined code.
+  # GCC 12 sees null dereferences and uninitialised reads in the standard library's inlined code.
   target_compile_options(trovel_warnings INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
 endif()
