@@ -1,0 +1,69 @@
+#include "platform/simulated/simulated_accessibility.h"
+
+#include <algorithm>
+
+namespace trovel {
+
+/// Names a window; where it is gets looked up when it is asked.
+class SimulatedAccessibility::WindowElement final : public AccessibilityWindow {
+public:
+    WindowElement(SimulatedAccessibility const& owner, std::int32_t processIdentifier, int windowId)
+        : owner_(owner), processIdentifier_(processIdentifier), windowId_(windowId) {}
+    ~WindowElement() override = default;
+
+    [[nodiscard]] std::optional<Point> position() const override {
+        auto const* window = find();
+        if (window == nullptr || !owner_.mayRead(Operation::readPosition)) return std::nullopt;
+        return window->position;
+    }
+    [[nodiscard]] std::optional<Size> size() const override {
+        auto const* window = find();
+        if (window == nullptr || !owner_.mayRead(Operation::readSize)) return std::nullopt;
+        return window->size;
+    }
+
+private:
+    [[nodiscard]] ProgramWindow const* find() const {
+        auto const* program = owner_.workspace_.program(processIdentifier_);
+        if (program == nullptr) return nullptr;
+        auto const found = std::ranges::find(program->windows, windowId_, &ProgramWindow::id);
+        return found != program->windows.end() ? &*found : nullptr;
+    }
+
+    SimulatedAccessibility const& owner_;
+    std::int32_t processIdentifier_;
+    int windowId_;
+};
+
+bool SimulatedAccessibility::mayRead(Operation operation) const {
+    return permissions_.isGranted(Permission::accessibility) && !faults_.strikes(operation);
+}
+
+Accessibility::WindowPtr SimulatedAccessibility::element(std::int32_t processIdentifier,
+                                                         int windowId) const {
+    return std::make_shared<WindowElement>(*this, processIdentifier, windowId);
+}
+
+Accessibility::WindowPtr
+SimulatedAccessibility::focusedWindow(std::int32_t processIdentifier) const {
+    auto const* program = workspace_.program(processIdentifier);
+    if (program == nullptr || program->hidesFocusedWindow || program->windows.empty()) {
+        return nullptr;
+    }
+    if (!mayRead(Operation::readFocusedWindow)) return nullptr;
+    return element(processIdentifier, program->windows.front().id);
+}
+
+std::optional<std::vector<Accessibility::WindowPtr>>
+SimulatedAccessibility::windows(std::int32_t processIdentifier) const {
+    auto const* program = workspace_.program(processIdentifier);
+    if (program == nullptr || program->hidesWindowList) return std::nullopt;
+    if (!mayRead(Operation::readWindows)) return std::nullopt;
+    std::vector<WindowPtr> elements;
+    for (auto const& window : program->windows) {
+        elements.push_back(element(processIdentifier, window.id));
+    }
+    return elements;
+}
+
+} // namespace trovel

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "platform/simulated/faults.h"
+#include "platform/simulated/journal.h"
+#include "platform/simulated/simulated_accessibility.h"
+#include "platform/simulated/simulated_alerts.h"
+#include "platform/simulated/simulated_application.h"
+#include "platform/simulated/simulated_capturer.h"
+#include "platform/simulated/simulated_cursors.h"
+#include "platform/simulated/simulated_hotkeys.h"
+#include "platform/simulated/simulated_input.h"
+#include "platform/simulated/simulated_monitors.h"
+#include "platform/simulated/simulated_pasteboard.h"
+#include "platform/simulated/simulated_permissions.h"
+#include "platform/simulated/simulated_preferences.h"
+#include "platform/simulated/simulated_screens.h"
+#include "platform/simulated/simulated_scripts.h"
+#include "platform/simulated/simulated_synthesizer.h"
+#include "platform/simulated/simulated_user.h"
+#include "platform/simulated/simulated_windows.h"
+#include "platform/simulated/simulated_worker.h"
+#include "platform/simulated/simulated_workspace.h"
+#include "platform/simulated/virtual_queue.h"
+
+#include <cstdint>
+
+namespace trovel {
+
+/// A whole desktop in memory, with a clock of its own: what the program does to it can be looked
+/// at, and what happens on it is up to whoever holds it. Two desktops that are treated alike behave
+/// alike.
+///
+/// It starts with one display (number 1, 1440 x 900 points, scale 2), no other program, both
+/// grants, empty preferences and an empty pasteboard. It must outlive the program that runs on it.
+class SimulatedDesktop final {
+public:
+    explicit SimulatedDesktop(std::uint64_t seed = 0);
+    SimulatedDesktop(SimulatedDesktop const&) = delete;
+    SimulatedDesktop& operator=(SimulatedDesktop const&) = delete;
+    /// What still waits is dropped first, while everything that it may refer to is there.
+    ~SimulatedDesktop() { queue.clear(); }
+
+    /// The desktop as the program sees it.
+    [[nodiscard]] Platform platform();
+
+    VirtualQueue queue;
+    Journal journal;
+    Faults faults;
+    SimulatedPermissions permissions;
+    SimulatedPreferences preferences;
+    SimulatedPasteboard pasteboard;
+    SimulatedWorker worker;
+    SimulatedScreens screens;
+    SimulatedCursors cursors;
+    SimulatedMonitors monitors;
+    SimulatedHotkeys hotkeys;
+    SimulatedWindows windows;
+    SimulatedWorkspace workspace;
+    SimulatedScripts scripts;
+    SimulatedAccessibility accessibility;
+    SimulatedApplication application;
+    SimulatedAlerts alerts;
+    SimulatedCapturer capturer;
+    SimulatedInput input;
+    SimulatedSynthesizer events;
+    SimulatedUser user;
+};
+
+} // namespace trovel

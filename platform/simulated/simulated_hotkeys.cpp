@@ -1,0 +1,78 @@
+#include "platform/simulated/simulated_hotkeys.h"
+
+#include "platform/fatal.h"
+#include "platform/key_codes.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace trovel {
+
+std::uint32_t carbonModifiers(std::uint32_t eventFlags) {
+    constexpr std::array<KeyCombination, 4> kMasks{
+        {{kFlagCommand, 256}, {kFlagShift, 512}, {kFlagOption, 2048}, {kFlagControl, 4096}}};
+    std::uint32_t mask = 0;
+    for (auto const& [flag, carbon] : kMasks) mask |= (eventFlags & flag) != 0 ? carbon : 0;
+    return mask;
+}
+
+std::optional<EventHandlerRef> SimulatedHotkeys::installEventHandler(HotKeyHandler handler,
+                                                                     void* userData) {
+    if (faults_.strikes(Operation::installEventHandler)) return std::nullopt;
+    auto const ref = static_cast<EventHandlerRef>(nextRef_++);
+    handlers_.push_back({ref, handler, userData});
+    journal_.record(effect::HandlerInstalled{});
+    return ref;
+}
+
+void SimulatedHotkeys::removeEventHandler(EventHandlerRef handler) {
+    auto const found = std::ranges::find(handlers_, handler, &Handler::ref);
+    if (found == handlers_.end()) fatal("an event handler was removed that is not installed");
+    handlers_.erase(found);
+    journal_.record(effect::HandlerRemoved{});
+}
+
+std::optional<EventHotKeyRef> SimulatedHotkeys::registerEventHotKey(std::uint32_t keyCode,
+                                                                    std::uint32_t modifiers,
+                                                                    EventHotKeyId id) {
+    KeyCombination const combination{keyCode, modifiers};
+    if (faults_.strikes(Operation::registerHotKey)) return std::nullopt;
+    if (takenElsewhere_.contains(combination) || isRegistered(combination)) return std::nullopt;
+    auto const ref = static_cast<EventHotKeyRef>(nextRef_++);
+    hotKeys_.push_back({ref, combination});
+    journal_.record(effect::HotKeyRegistered{keyCode, modifiers, id});
+    return ref;
+}
+
+void SimulatedHotkeys::unregisterEventHotKey(EventHotKeyRef hotKey) {
+    auto const found = std::ranges::find(hotKeys_, hotKey, &HotKey::ref);
+    if (found == hotKeys_.end()) fatal("a hot key was unregistered that is not registered");
+    journal_.record(
+        effect::HotKeyUnregistered{found->combination.first, found->combination.second});
+    hotKeys_.erase(found);
+}
+
+bool SimulatedHotkeys::isRegistered(KeyCombination combination) const {
+    return std::ranges::find(hotKeys_, combination, &HotKey::combination) != hotKeys_.end();
+}
+
+std::vector<KeyCombination> SimulatedHotkeys::combinations() const {
+    std::vector<KeyCombination> combinations;
+    for (auto const& hotKey : hotKeys_) combinations.push_back(hotKey.combination);
+    return combinations;
+}
+
+bool SimulatedHotkeys::press(KeyCombination combination) {
+    if (!isRegistered(combination)) return false;
+    // A handler may remove itself and others: those that are gone by then are not asked.
+    auto const handlers = handlers_;
+    for (auto const& handler : handlers | std::views::reverse) {
+        if (std::ranges::find(handlers_, handler.ref, &Handler::ref) == handlers_.end()) continue;
+        auto const status = handler.function(handler.userData);
+        journal_.record(effect::HotKeyHandled{status});
+        if (status == kNoErr) break;
+    }
+    return true;
+}
+
+} // namespace trovel
