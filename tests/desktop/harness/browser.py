@@ -27,8 +27,9 @@ class Report:
 class ChatPage:
     """The page's web server, on a free port of this machine only."""
 
-    def __init__(self):
+    def __init__(self, page=_PAGE):
         self.reports = []
+        self._page = page
         self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), self._handler())
         threading.Thread(target=self._server.serve_forever, daemon=True).start()
         self.url = f"http://127.0.0.1:{self._server.server_port}/"
@@ -62,7 +63,7 @@ class ChatPage:
     def _handler(page):
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
-                with open(_PAGE, "rb") as file:
+                with open(page._page, "rb") as file:
                     self._answer(200 if self.path == "/" else 404, file.read())
 
             def do_POST(self):
@@ -84,10 +85,11 @@ class ChatPage:
 
 
 class Browser:
-    """One Chromium window that shows the chat page. It takes seconds to start: share it."""
+    """One Chromium window that shows the chat page, or another `page` of that title and manners.
+    It takes seconds to start: share it."""
 
-    def __init__(self, desktop, rectangle=(640, 60, 600, 600), options=()):
-        self.page = ChatPage()
+    def __init__(self, desktop, rectangle=(640, 60, 600, 600), options=(), page=_PAGE):
+        self.page = ChatPage(page)
         self._desktop = desktop
         x, y, width, height = rectangle
         self.process = desktop.processes.start(
