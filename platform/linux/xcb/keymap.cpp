@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 
 namespace trovel {
@@ -40,14 +39,6 @@ constexpr auto kPositions = std::to_array<Position>({
     {111, 88},  {113, 119}, {114, 110}, {115, 102}, {116, 104}, {117, 111}, {118, 62},  {119, 107},
     {120, 60},  {121, 109}, {122, 59},  {123, 105}, {124, 106}, {125, 108}, {126, 103},
 });
-
-template <typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, decltype(&std::free)>;
-
-template <typename Reply>
-ReplyPtr<Reply> owned(Reply* reply) {
-    return {reply, &std::free};
-}
 
 /// What the server's keyboard types, and the layout group that is in use.
 class TypedKeys {
@@ -121,7 +112,7 @@ std::optional<KeyCode> Keymap::virtualKeyForKeycode(xcb_keycode_t keycode) {
 
 std::vector<xcb_keycode_t> Keymap::keycodesTyping(xcb_keysym_t keysym) const {
     std::vector<xcb_keycode_t> found;
-    TypedKeys const keys(connection_);
+    TypedKeys const keys(connection_.get());
     if (!keys) return found;
     keys.appendKeycodesTyping(keysym, keys.currentGroup(), found);
     for (xkb_layout_index_t group = 0; group < keys.groupCount(); ++group) {
@@ -133,7 +124,7 @@ std::vector<xcb_keycode_t> Keymap::keycodesTyping(xcb_keysym_t keysym) const {
 std::vector<xcb_keycode_t> Keymap::heldKeys() const {
     std::vector<xcb_keycode_t> held;
     auto const reply =
-        owned(xcb_query_keymap_reply(connection_, xcb_query_keymap(connection_), nullptr));
+        connection_.reply<xcb_query_keymap_reply>(xcb_query_keymap(connection_.get()));
     if (!reply) return held;
     for (unsigned key = 0; key <= UINT8_MAX; ++key) {
         if (reply->keys[key / 8] & (1u << key % 8)) held.push_back(static_cast<xcb_keycode_t>(key));
@@ -142,8 +133,8 @@ std::vector<xcb_keycode_t> Keymap::heldKeys() const {
 }
 
 std::vector<xcb_keycode_t> Keymap::modifierKeys() const {
-    auto const reply = owned(xcb_get_modifier_mapping_reply(
-        connection_, xcb_get_modifier_mapping(connection_), nullptr));
+    auto const reply = connection_.reply<xcb_get_modifier_mapping_reply>(
+        xcb_get_modifier_mapping(connection_.get()));
     if (!reply) return {};
     auto const* const first = xcb_get_modifier_mapping_keycodes(reply.get());
     std::vector<xcb_keycode_t> keys(first,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/key_codes.h"
+#include "platform/linux/xcb/connection.h"
 
 #include <xcb/xcb.h>
 
@@ -15,7 +16,7 @@ namespace trovel {
 class Keymap {
 public:
     /// `connection` outlives the keymap.
-    explicit Keymap(xcb_connection_t* connection) : connection_(connection) {}
+    explicit Keymap(XcbConnection const& connection) : connection_(connection) {}
 
     /// The X keycode of the key at the position that `keyCode` names. The modifier keys go by their
     /// role: Command is Ctrl, Control is Super and Option is Alt. Nothing for an unknown position,
@@ -34,7 +35,7 @@ public:
     [[nodiscard]] std::vector<xcb_keycode_t> modifierKeys() const;
 
 private:
-    xcb_connection_t* connection_;
+    XcbConnection const& connection_;
 };
 
 } // namespace trovel
