@@ -1,0 +1,132 @@
+#include "platform/linux/alerts_linux.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPaintEvent>
+#include <QPushButton>
+#include <QString>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace trovel {
+
+namespace {
+
+/// Calls `onFirstPaint` when the window manager has put it on the screen.
+class AlertDialog final : public QDialog {
+public:
+    explicit AlertDialog(AlertsLinux::WindowActivator onFirstPaint)
+        : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                               Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
+          onFirstPaint_(std::move(onFirstPaint)) {}
+
+private:
+    void paintEvent(QPaintEvent* event) override {
+        QDialog::paintEvent(event);
+        if (auto const painted = std::exchange(onFirstPaint_, nullptr)) {
+            painted(static_cast<std::uint32_t>(winId()));
+        }
+    }
+
+    AlertsLinux::WindowActivator onFirstPaint_;
+};
+
+QLabel* plainLabel(QString const& text) {
+    constexpr int kWidth = 340;
+    auto* const label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setWordWrap(true);
+    label->setFixedWidth(kWidth);
+    return label;
+}
+
+/// `text` in bold, behind a sign if it is a warning.
+QLayout* heading(QString const& text, AlertStyle style, QStyle const& look) {
+    auto* const row = new QHBoxLayout;
+    if (style == AlertStyle::warning) {
+        auto const size = look.pixelMetric(QStyle::PM_LargeIconSize);
+        auto* const sign = new QLabel;
+        sign->setPixmap(look.standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size));
+        row->addWidget(sign);
+    }
+    auto* const label = plainLabel(text);
+    auto font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+    row->addWidget(label);
+    return row;
+}
+
+/// Whether this character is shown in an alert: the others steer the text around them.
+bool isShown(QChar character) {
+    constexpr ushort kFirstEmbedding = 0x202a; // to U+202E, marks of Unicode's bidirectional text
+    constexpr ushort kLastEmbedding = 0x202e;
+    constexpr ushort kFirstIsolate = 0x2066;
+    constexpr ushort kLastIsolate = 0x2069;
+    auto const code = character.unicode();
+    return character.category() != QChar::Other_Control &&
+           !(code >= kFirstEmbedding && code <= kLastEmbedding) &&
+           !(code >= kFirstIsolate && code <= kLastIsolate);
+}
+
+} // namespace
+
+std::string alertText(std::string const& text) {
+    constexpr qsizetype kMaximumCharacters = 600;
+    constexpr int kMaximumWordCharacters = 30;
+    constexpr QChar kBreakHere(0x200b);
+    constexpr QChar kEllipsis(0x2026);
+    constexpr qsizetype kMaximumBytesOfACharacter = 4;
+    // Only the part that can be shown is looked at: a name may be a megabyte long.
+    auto const part = QString::fromStdString(text.substr(
+        0, static_cast<std::size_t>((kMaximumCharacters + 1) * kMaximumBytesOfACharacter)));
+    QString result;
+    int wordLength = 0;
+    qsizetype count = 0;
+    for (auto const character : part) {
+        if (++count > kMaximumCharacters) {
+            result += kEllipsis;
+            break;
+        }
+        wordLength = character.isSpace() || !isShown(character) ? 0 : wordLength + 1;
+        result += isShown(character) ? character : QChar(' ');
+        // A character of two halves stays whole.
+        if (wordLength >= kMaximumWordCharacters && !character.isHighSurrogate()) {
+            result += kBreakHere;
+            wordLength = 0;
+        }
+    }
+    return result.toStdString();
+}
+
+AlertsLinux::AlertsLinux(WindowActivator activateWindow)
+    : activateWindow_(std::move(activateWindow)) {}
+
+AlertsLinux::~AlertsLinux() = default;
+
+void AlertsLinux::runModal(Alert const& alert) {
+    AlertDialog dialog(activateWindow_);
+    auto const message = QString::fromStdString(alertText(alert.messageText));
+    dialog.setWindowTitle(message);
+    auto* const buttons = new QDialogButtonBox;
+    for (auto const& title : alert.buttons) {
+        buttons->addButton(QString::fromStdString(title), QDialogButtonBox::AcceptRole);
+    }
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    auto* const content = new QVBoxLayout(&dialog); // the dialog owns what is in it
+    constexpr int kMargin = 20;
+    constexpr int kSpacing = 12;
+    content->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    content->setSpacing(kSpacing);
+    content->setSizeConstraint(QLayout::SetFixedSize);
+    content->addLayout(heading(message, alert.style, *dialog.style()));
+    content->addWidget(plainLabel(QString::fromStdString(alertText(alert.informativeText))));
+    content->addWidget(buttons);
+    dialog.exec();
+}
+
+} // namespace trovel
