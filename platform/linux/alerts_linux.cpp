@@ -1,5 +1,7 @@
 #include "platform/linux/alerts_linux.h"
 
+#include "platform/linux/appearance_linux.h"
+
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -103,12 +105,13 @@ std::string alertText(std::string const& text) {
     return result.toStdString();
 }
 
-AlertsLinux::AlertsLinux(WindowActivator activateWindow)
-    : activateWindow_(std::move(activateWindow)) {}
+AlertsLinux::AlertsLinux(XcbConnection& connection, WindowActivator activateWindow)
+    : connection_(connection), activateWindow_(std::move(activateWindow)) {}
 
 AlertsLinux::~AlertsLinux() = default;
 
 void AlertsLinux::runModal(Alert const& alert) {
+    followAppearance(connection_);
     AlertDialog dialog(activateWindow_);
     auto const message = QString::fromStdString(alertText(alert.messageText));
     dialog.setWindowTitle(message);

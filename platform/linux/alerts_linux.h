@@ -8,6 +8,8 @@
 
 namespace trovel {
 
+class XcbConnection;
+
 /// The text of an alert, made fit to be shown: of bounded size whatever a name in it holds, without
 /// control characters and marks that turn the direction of what follows, and with places to break
 /// the line in words that have none. UTF-8 in, UTF-8 out.
@@ -19,12 +21,14 @@ public:
     /// Gives the keyboard to that window of this program (an X window id).
     using WindowActivator = std::function<void(std::uint32_t window)>;
 
-    explicit AlertsLinux(WindowActivator activateWindow);
+    /// The connection must outlive this.
+    AlertsLinux(XcbConnection& connection, WindowActivator activateWindow);
     ~AlertsLinux();
 
     void runModal(Alert const& alert) override;
 
 private:
+    XcbConnection& connection_;
     WindowActivator activateWindow_;
 };
 

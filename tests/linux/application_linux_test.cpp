@@ -2,6 +2,7 @@
 
 #include "platform/linux/alerts_linux.h"
 #include "platform/linux/main_queue_linux.h"
+#include "platform/linux/xcb/connection.h"
 #include "tests/linux/scoped_environment.h"
 
 #include <gmock/gmock.h>
@@ -12,6 +13,7 @@
 
 #include <csignal>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -32,11 +34,12 @@ protected:
     }
 
     void showAlert() {
-        AlertsLinux alerts([this](std::uint32_t window) { activated_ = window; });
+        AlertsLinux alerts(*connection_, [this](std::uint32_t window) { activated_ = window; });
         alerts.runModal({"Trovel", "A sentence.", AlertStyle::informational, {"OK"}});
         events_.emplace_back("alert closed");
     }
 
+    std::unique_ptr<XcbConnection> connection_ = XcbConnection::open();
     MainQueueLinux queue_;
     ApplicationLinux application_{queue_};
     std::vector<std::string> events_;
@@ -141,7 +144,7 @@ TEST_F(ApplicationLinuxTest, AnAlertShowsItsTextsAsTheyAre) {
             }
             application_.terminate();
         });
-        AlertsLinux alerts([](std::uint32_t) {});
+        AlertsLinux alerts(*connection_, [](std::uint32_t) {});
         alerts.runModal({"Trovel", "<b>x</b> is not running.", AlertStyle::informational, {"OK"}});
     });
     EXPECT_THAT(texts, ElementsAre("Trovel", "<b>x</b> is not running."));
