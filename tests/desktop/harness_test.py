@@ -114,6 +114,28 @@ class HarnessTest(unittest.TestCase):
             desktop.driver.press(driver.RETURN)
             browser.page.wait_for("submit")
 
+    def test_a_desktop_without_test_devices_is_driven_through_its_host(self):
+        with Desktop(size=(900, 700), window_manager=None) as host, \
+                Desktop(size=(800, 600), without_extensions=("XTEST",), host=host) as desktop:
+            self.assertNotIn("XTEST", desktop.observer.display.list_extensions())
+            host.driver.move((400, 300))
+            desktop.driver.hold(driver.CONTROL)
+            wait_until(lambda: desktop.observer.held_keys() == [driver.CONTROL], "it arrives")
+            desktop.driver.release(driver.CONTROL)
+
+    def test_the_clipboard_manager_keeps_what_it_is_asked_to_keep(self):
+        with Desktop() as desktop:
+            desktop.start_clipboard_manager()
+            path = os.path.join(desktop.folder, "picture.png")
+            pattern.unique_pixels(300, 200).save(path)
+            xclip = desktop.processes.start("xclip", "xclip", "-selection", "clipboard",
+                                            "-t", "image/png", "-i", path)
+            desktop.wait_for_clipboard()
+            png = desktop.clipboard.read("image/png")
+            desktop.clipboard.read("SAVE_TARGETS", "CLIPBOARD_MANAGER")
+            wait_until(lambda: xclip.poll() is not None, "xclip has lost the clipboard")
+            self.assertEqual(desktop.clipboard.read("image/png"), png)
+
     def test_nothing_outlives_a_desktop(self):
         with Desktop() as desktop:
             processes = [desktop.x_server.process, desktop.window_manager]

@@ -48,6 +48,10 @@ class ClipboardReader:
             if pause:
                 pause(len(data))
 
+    def begin(self, target, selection="CLIPBOARD"):
+        """Asks for the selection and takes no further part in the transfer."""
+        self._convert(selection, target)
+
     def picture(self):
         """The picture on the clipboard in RGB; nothing when there is none."""
         png = self.read("image/png")

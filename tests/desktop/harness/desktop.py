@@ -5,6 +5,8 @@ import os
 import shutil
 import tempfile
 
+from Xlib import X
+
 from . import pattern
 from .browser import Browser
 from .clipboard import ClipboardReader
@@ -25,11 +27,12 @@ class Desktop:
     """Everything that a user sits in front of. A context manager: nothing of it outlives the test.
 
     `monitors` divide the root window of `size` pixels; `window_manager` is openbox, xfwm4, i3,
-    stubborn or none, `compositor` picom or none.
+    stubborn or none, `compositor` picom or none. With another desktop as its `host` it is a window
+    there, and is driven through it: an X server without test devices cannot be driven otherwise.
     """
 
     def __init__(self, size=SIZE, monitors=None, window_manager="openbox", compositor=None,
-                 without_extensions=(), with_bus=False):
+                 without_extensions=(), with_bus=False, host=None):
         self.size = size
         self.monitors = monitors or [Monitor("main", 0, 0, *size, primary=True)]
         self.folder = tempfile.mkdtemp(prefix="trovel-desktop-")
@@ -38,7 +41,7 @@ class Desktop:
         self._closers = []
         self.targets = []
         try:
-            self._start(window_manager, compositor, without_extensions, with_bus)
+            self._start(window_manager, compositor, without_extensions, with_bus, host)
         except BaseException:
             self.close()
             raise
@@ -64,9 +67,10 @@ class Desktop:
     def preferences_path(self):
         return os.path.join(self.folder, "config", "trovel", "preferences.ini")
 
-    def start_program(self, preferences=None, **options):
-        """Starts Trovel with these preferences beside a finished onboarding."""
-        return Program(self, preferences or {}, **options)
+    def start_program(self, preferences={}, **options):
+        """Starts Trovel with these preferences beside a finished onboarding, or with None with
+        the preferences that it finds."""
+        return Program(self, preferences, **options)
 
     def start_browser(self, **options):
         browser = Browser(self, **options)
@@ -90,28 +94,57 @@ class Desktop:
         """Paints the background with a picture in which every pixel is different."""
         pattern.paint_root(self.observer.display, picture or pattern.unique_pixels(*self.size))
 
+    def clear_clipboard(self):
+        """Takes the clipboard away from its owner, so that the next one can be told from it."""
+        display = self.observer.display
+        nobody = display.create_resource_object("window", X.NONE)
+        nobody.set_selection_owner(self.observer.atom("CLIPBOARD"), X.CurrentTime)
+        display.sync()
+
+    def wait_for_clipboard(self, timeout=5.0):
+        wait_until(lambda: self.observer.selection_owner("CLIPBOARD"), "something is copied",
+                   timeout)
+
     def new_clipboard_reader(self, **options):
         reader = ClipboardReader(self.x_server.display, **options)
         self._closers.append(reader.close)
         return reader
 
+    def start_compositor(self, name):
+        self._compositor = self.processes.start(name, name, "--config", "/dev/null",
+                                                "--backend", "xrender")
+        wait_until(lambda: self.observer.selection_owner("_NET_WM_CM_S0"), f"{name} composes", 15)
+
+    def stop_compositor(self):
+        self.processes.stop(self._compositor)
+        wait_until(lambda: not self.observer.selection_owner("_NET_WM_CM_S0"), "it is gone")
+
+    def start_clipboard_manager(self):
+        """Starts a program that takes over what others leave on the clipboard when they end."""
+        manager = self.processes.start("clipboard-manager", "/usr/bin/python3", "-m",
+                                       "harness.clipboard_manager")
+        wait_until(lambda: self.observer.selection_owner("CLIPBOARD_MANAGER"), "it is there", 10)
+        return manager
+
     # Construction
 
-    def _start(self, window_manager, compositor, without_extensions, with_bus):
-        self.x_server = XServer(self.processes, self.size, without_extensions)
+    def _start(self, window_manager, compositor, without_extensions, with_bus, host):
+        host_display = host.x_server.display if host else None
+        self.x_server = XServer(self.processes, self.size, without_extensions, host_display)
         self.processes.environment["DISPLAY"] = self.x_server.display
         self.x_server.set_monitors(self.monitors)
         self.observer = Observer(self.x_server.display)
         self._closers.append(self.observer.close)
-        self.driver = Driver(self.processes)
-        self.tap = InputTap(self.x_server.display)
-        self._closers.append(self.tap.close)
+        self.driver = host.driver if host else Driver(self.processes)
+        if "XTEST" not in without_extensions:  # The same switch takes the means to listen away.
+            self.tap = InputTap(self.x_server.display)
+            self._closers.append(self.tap.close)
         self.clipboard = self.new_clipboard_reader()
         if with_bus or window_manager == "xfwm4":
             self._start_bus()
         self._start_window_manager(window_manager)
         if compositor:
-            self._start_compositor(compositor)
+            self.start_compositor(compositor)
 
     def _environment(self):
         environment = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH")
@@ -155,9 +188,6 @@ class Desktop:
         self.window_manager = self.processes.start(name, *command)
         wait_until(self.observer.window_manager_is_up, f"{name} manages the windows", 15)
 
-    def _start_compositor(self, name):
-        self.processes.start(name, name, "--config", "/dev/null", "--backend", "xrender")
-        wait_until(lambda: self.observer.selection_owner("_NET_WM_CM_S0"), f"{name} composes", 15)
 
 
 class TargetProcess:
@@ -169,9 +199,11 @@ class TargetProcess:
         desktop.targets.append(self)
         self._journal = os.path.join(desktop.folder, f"target-{number}.journal")
         descriptions = [{"paste": True, **window} for window in windows]
-        specification = json.dumps({"journal": self._journal, "windows": descriptions})
+        path = os.path.join(desktop.folder, f"target-{number}.json")
+        with open(path, "w", encoding="utf-8") as specification:
+            json.dump({"journal": self._journal, "windows": descriptions}, specification)
         self.process = desktop.processes.start(
-            f"target-{number}", "/usr/bin/python3", "-m", "harness.target", specification)
+            f"target-{number}", "/usr/bin/python3", "-m", "harness.target", path)
         wait_until(lambda: len(self.entries("mapped")) == len(windows), "the target's windows", 10)
         if getattr(desktop, "window_manager", None):
             wait_until(lambda: len(desktop.observer.managed_of(self.process.pid)) == len(windows),

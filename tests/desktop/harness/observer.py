@@ -2,13 +2,14 @@
 
 from PIL import Image
 from Xlib import X, display as xdisplay, error
+from Xlib.protocol import event
 
 BUTTONS = X.Button1Mask | X.Button2Mask | X.Button3Mask | X.Button4Mask | X.Button5Mask
 _ROWS_A_REQUEST = 256
 
 
 class Observer:
-    """One connection to the X server that only asks."""
+    """One connection to the X server that changes nothing but what a test asks for."""
 
     def __init__(self, display_name):
         self.display = xdisplay.Display(display_name)
@@ -72,6 +73,14 @@ class Observer:
     def active_process(self):
         active = self.active_window()
         return self._pid_behind(self._window(active)) if active else None
+
+    def activate(self, window):
+        """Brings `window` to the front as a task bar would."""
+        from_a_pager = 2
+        message = event.ClientMessage(window=window, client_type=self.atom("_NET_ACTIVE_WINDOW"),
+                                      data=(32, [from_a_pager, X.CurrentTime, 0, 0, 0]))
+        self.root.send_event(message, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.display.flush()
 
     def title(self, window):
         """The name that `window` shows; empty when it has none."""

@@ -34,6 +34,7 @@ def put(drawable, depth, picture, x=0, y=0):
         strip = picture.crop((0, top, picture.width, min(top + rows, picture.height)))
         drawable.put_image(context, x, y + top, strip.width, strip.height, X.ZPixmap, depth, 0,
                            strip.tobytes("raw", "BGRX"))
+        drawable.display.flush()
     context.free()
 
 

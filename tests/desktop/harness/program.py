@@ -5,7 +5,7 @@ import signal
 
 from Xlib import X
 
-from .driver import KEY_2
+from .driver import ESCAPE, KEY_2
 from .waiting import wait_until
 
 HOTKEY_MODIFIERS = X.ControlMask | X.ShiftMask
@@ -23,6 +23,8 @@ def write_preferences(path, preferences):
 def _text(value):
     if isinstance(value, bool):
         return "true" if value else "false"
+    if isinstance(value, str):
+        return '"' + value.replace("\\", "\\\\").replace('"', '\\"').replace("\n", "\\n") + '"'
     return str(value)
 
 
@@ -61,6 +63,43 @@ class Program:
 
     def wait_for_alert(self, timeout=5.0):
         return wait_until(self.alerts, "an alert is up", timeout)[0]
+
+    def dismiss_alerts(self):
+        """Closes the alerts with a key, as a user does, the topmost first, and waits until they
+        are off the screen."""
+        observer = self._desktop.observer
+        left = [alert.id for alert in self.alerts()]
+        while left:
+            top = wait_until(lambda: observer.active_window() in left and observer.active_window(),
+                             "an alert has the keyboard")
+            self._desktop.driver.press(ESCAPE)
+            left.remove(top)
+            wait_until(lambda: [alert.id for alert in self.alerts()] == left, "an alert is gone")
+        wait_until(lambda: not observer.windows_of(self.pid), "the alerts are off the screen")
+
+    def windows(self):
+        """All of its windows that are on the screen."""
+        observer = self._desktop.observer
+        return self.alerts() or observer.windows_of(self.pid)
+
+    # What a user does with it
+
+    def select(self, start, end, steps=8):
+        """Presses the hotkey and drags over the overlay from one pixel to another."""
+        self._desktop.driver.press_hotkey()
+        self.wait_for_overlay()
+        self._desktop.driver.drag(start, end, steps)
+
+    def capture(self, start, end, timeout=5.0):
+        """Selects, and returns the picture that then comes on the clipboard, in RGB."""
+        self._desktop.clear_clipboard()
+        self.select(start, end)
+        return self.wait_for_picture(timeout)
+
+    def wait_for_picture(self, timeout=5.0):
+        """The picture on the clipboard, in RGB, as soon as the program owns one."""
+        self._desktop.wait_for_clipboard(timeout)
+        return self._desktop.clipboard.picture()
 
     # How it ends
 

@@ -1,6 +1,6 @@
 """A stand-in for a chat application: a small X client that writes down what reaches it.
 
-Run as `python3 -m harness.target SPECIFICATION`, a JSON object: "journal", the file that receives
+Run as `python3 -m harness.target FILE`, which holds a JSON object: "journal", the file that gets
 one JSON object a line, and "windows", a list of objects with "instance", "class", "title",
 "rectangle" and, if wanted, "pid" (another than the process's own), "cursor" (a glyph of the cursor
 font) and "paste" (read the clipboard's picture on Control+V).
@@ -21,6 +21,7 @@ from .driver import KEY_V
 _KINDS = {X.KeyPress: "key down", X.KeyRelease: "key up", X.ButtonPress: "button down",
           X.ButtonRelease: "button up", X.FocusIn: "focus in", X.FocusOut: "focus out",
           X.MapNotify: "mapped"}
+_BYTES_A_REQUEST = 60_000
 _MASK = (X.KeyPressMask | X.KeyReleaseMask | X.ButtonPressMask | X.ButtonReleaseMask
          | X.FocusChangeMask | X.StructureNotifyMask | X.ExposureMask)
 
@@ -88,12 +89,16 @@ class Target:
     def _name(self, window, description):
         utf8 = self._display.intern_atom("UTF8_STRING")
         title = description["title"].encode()
-        window.change_property(self._display.intern_atom("_NET_WM_NAME"), utf8, 8, title)
-        window.change_property(Xatom.WM_NAME, Xatom.STRING, 8, title)
+        for start in range(0, max(1, len(title)), _BYTES_A_REQUEST):
+            part = title[start:start + _BYTES_A_REQUEST]
+            for name, kind in ((self._display.intern_atom("_NET_WM_NAME"), utf8),
+                               (Xatom.WM_NAME, Xatom.STRING)):
+                window.change_property(name, kind, 8, part, mode=X.PropModeAppend)
         window.set_wm_class(description["instance"], description["class"])
         window.change_property(self._display.intern_atom("_NET_WM_PID"), Xatom.CARDINAL, 32,
                                [description.get("pid", os.getpid())])
 
 
 if __name__ == "__main__":
-    Target(json.loads(sys.argv[1])).run()
+    with open(sys.argv[1], encoding="utf-8") as file:
+        Target(json.load(file)).run()

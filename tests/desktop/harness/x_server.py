@@ -1,10 +1,12 @@
 """An X server of its own on a free display number."""
 
+import ctypes
 import os
-import subprocess
 from dataclasses import dataclass
 
 from .waiting import wait_until
+
+_CORE_KEYBOARD = 0x100
 
 
 @dataclass(frozen=True)
@@ -25,16 +27,21 @@ class Monitor:
 
 
 class XServer:
-    """Xvfb with the given size in pixels; its extensions can be left out by name."""
+    """Xvfb with the given size in pixels, or a window on the display `host`. Extensions can be left
+    out by name."""
 
-    def __init__(self, processes, size, without_extensions=()):
+    def __init__(self, processes, size, without_extensions=(), host=None):
         self.size = size
         self._processes = processes
         read_end, write_end = os.pipe()
         options = [word for name in without_extensions for word in ("-extension", name)]
+        resolution = f"{size[0]}x{size[1]}"
+        command = ["Xephyr", "-screen", resolution] if host else \
+            ["Xvfb", "-screen", "0", resolution + "x24", "-s", "0"]
         self.process = processes.start(
-            "x-server", "Xvfb", "-displayfd", write_end, "-screen", "0", f"{size[0]}x{size[1]}x24",
-            "-nolisten", "tcp", "-s", "0", "-noreset", *options, pass_fds=(write_end,))
+            "x-server", *command, "-displayfd", write_end, "-noreset",
+            "-nolisten", "tcp", *options,
+            env={**processes.environment, "DISPLAY": host or ""}, pass_fds=(write_end,))
         os.close(write_end)
         with os.fdopen(read_end) as answer:
             number = answer.readline().strip()
@@ -44,12 +51,13 @@ class XServer:
 
     def set_monitors(self, monitors):
         """Divides the root window into `monitors`, the only ones that clients see."""
+        output = self._processes.run("xrandr").decode().split(" connected", 1)[0].split("\n")[-1]
         for index, monitor in enumerate(monitors):
             star = "*" if monitor.primary else ""
             geometry = (f"{monitor.width}/{monitor.width // 4}x"
                         f"{monitor.height}/{monitor.height // 4}+{monitor.x}+{monitor.y}")
             self._processes.run("xrandr", "--setmonitor", star + monitor.name, geometry,
-                                "screen" if index == 0 else "none")
+                                output if index == 0 else "none")
 
     def remove_monitor(self, monitor):
         self._processes.run("xrandr", "--delmonitor", monitor.name)
@@ -59,10 +67,15 @@ class XServer:
         self.process.kill()
         self.process.wait()
 
-    def set_layout(self, layout):
-        """Sets the keyboard layout, such as "us,ru", and waits until the server has it."""
+    def set_layout(self, layout, active=0):
+        """Sets the keyboard layouts, such as "us,ru", and which of them is in use."""
         self._processes.run("setxkbmap", "-layout", layout)
         wait_until(lambda: f"layout:     {layout}\n" in self._query(), "the keyboard layout")
+        xlib = ctypes.CDLL("libX11.so.6")
+        xlib.XOpenDisplay.restype = ctypes.c_void_p
+        display = ctypes.c_void_p(xlib.XOpenDisplay(self.display.encode()))
+        xlib.XkbLockGroup(display, _CORE_KEYBOARD, active)
+        xlib.XCloseDisplay(display)
 
     def _query(self):
         return self._processes.run("setxkbmap", "-query").decode()
