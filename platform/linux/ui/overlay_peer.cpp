@@ -1,0 +1,121 @@
+#include "platform/linux/ui/overlay_peer.h"
+
+#include "platform/linux/convert.h"
+#include "platform/linux/ui/overlay_host.h"
+#include "platform/linux/xcb/connection.h"
+#include "platform/ui/view.h"
+#include "platform/ui/window.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace trovel {
+
+OverlayPeer::OverlayPeer(OverlayHost& host, Window& window) : host_(host), window_(window) {
+    host_.attach(*this);
+}
+
+OverlayPeer::~OverlayPeer() {
+    orderOut();
+    host_.detach(*this);
+}
+
+void OverlayPeer::windowDidChange() {
+    if (window_.contentView()) viewNeedsDisplay(*window_.contentView());
+}
+
+void OverlayPeer::viewDidChange(View const& view) {
+    viewNeedsDisplay(view);
+}
+
+void OverlayPeer::viewNeedsDisplay(View const&) {
+    needsDisplay_ = true;
+    if (isShown()) host_.schedulePainting();
+}
+
+void OverlayPeer::orderFrontRegardless() {
+    show();
+    host_.x_.flush();
+}
+
+void OverlayPeer::makeKeyAndOrderFront() {
+    show();
+    host_.x_.flush();
+    if (window_.canBecomeKey()) host_.makeKey(this);
+}
+
+void OverlayPeer::orderOut() {
+    if (!isShown()) return;
+    auto& x = host_.x_;
+    painter_.reset();
+    xcb_destroy_window(x.get(), native_);
+    native_ = XCB_NONE;
+    host_.peerDidHide();
+    // The answer comes after the window has gone.
+    static_cast<void>(x.reply<xcb_get_input_focus_reply>(xcb_get_input_focus(x.get())));
+}
+
+void OverlayPeer::show() {
+    if (!isShown()) {
+        createNative();
+        return;
+    }
+    std::uint32_t const above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(host_.x_.get(), native_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
+void OverlayPeer::createNative() {
+    auto const monitors = listMonitors(host_.x_);
+    auto const isOurs = [&](Monitor const& monitor) {
+        return frameOf(monitor, monitors.front()) == window_.attributes().contentRect;
+    };
+    auto const found = std::ranges::find_if(monitors, isOurs);
+    auto const* const snapshot = host_.snapshot();
+    // A screen that went away meanwhile has nothing to cover.
+    if (found == monitors.end() || snapshot == nullptr) return;
+    monitor_ = *found;
+    text_ = &host_.rasterizer(monitor_->scale);
+
+    auto& x = host_.x_;
+    auto operations = record(*text_);
+    painter_.emplace(x, host_.render_, *text_, *snapshot, monitor_->area, operations);
+    native_ = xcb_generate_id(x.get());
+    std::uint32_t const values[] = {painter_->backdrop(), /*override_redirect=*/1,
+                                    XCB_EVENT_MASK_EXPOSURE};
+    auto const& area = monitor_->area;
+    xcb_create_window(x.get(), XCB_COPY_FROM_PARENT, native_, x.root(),
+                      static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
+                      static_cast<std::uint16_t>(area.width),
+                      static_cast<std::uint16_t>(area.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXMAP | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    // Lets people tell a compositor to leave it alone.
+    constexpr std::string_view kClass("trovel\0Trovel\0", 14);
+    xcb_change_property(x.get(), XCB_PROP_MODE_REPLACE, native_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+                        8, std::size(kClass), kClass.data());
+    xcb_map_window(x.get(), native_);
+    painter_->setTarget(native_);
+    painter_->show(std::move(operations));
+    needsDisplay_ = false;
+}
+
+std::vector<CanvasOperation> OverlayPeer::record(TextRasterizer& text) const {
+    CanvasRecording recording(
+        [&text](std::string_view line, Font font) { return text.sizeOfText(line, font); });
+    auto const* const view = dynamic_cast<CanvasView const*>(window_.contentView().get());
+    if (view != nullptr) view->draw(recording);
+    return recording.operations();
+}
+
+void OverlayPeer::paintIfNeeded() {
+    if (!needsDisplay_ || !isShown()) return;
+    needsDisplay_ = false;
+    painter_->show(record(*text_));
+}
+
+void OverlayPeer::repaint(PixelRect const& part) {
+    if (isShown()) painter_->repaint(part);
+}
+
+} // namespace trovel
