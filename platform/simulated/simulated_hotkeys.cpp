@@ -1,20 +1,11 @@
 #include "platform/simulated/simulated_hotkeys.h"
 
 #include "platform/fatal.h"
-#include "platform/key_codes.h"
 
 #include <algorithm>
 #include <ranges>
 
 namespace trovel {
-
-std::uint32_t carbonModifiers(std::uint32_t eventFlags) {
-    constexpr std::array<KeyCombination, 4> kMasks{
-        {{kFlagCommand, 256}, {kFlagShift, 512}, {kFlagOption, 2048}, {kFlagControl, 4096}}};
-    std::uint32_t mask = 0;
-    for (auto const& [flag, carbon] : kMasks) mask |= (eventFlags & flag) != 0 ? carbon : 0;
-    return mask;
-}
 
 std::optional<EventHandlerRef> SimulatedHotkeys::installEventHandler(HotKeyHandler handler,
                                                                      void* userData) {

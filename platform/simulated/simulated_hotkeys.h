@@ -56,7 +56,4 @@ private:
     std::uintptr_t nextRef_ = 1;
 };
 
-/// The Carbon modifier mask for the modifier flags of an event.
-[[nodiscard]] std::uint32_t carbonModifiers(std::uint32_t eventFlags);
-
 } // namespace trovel

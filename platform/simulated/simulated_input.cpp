@@ -1,5 +1,6 @@
 #include "platform/simulated/simulated_input.h"
 
+#include "platform/carbon_modifiers.h"
 #include "platform/ui/view.h"
 #include "platform/ui/window.h"
 

@@ -86,21 +86,23 @@ void SimulatedWindows::setActive(bool isActive) {
     if (keyWindow_ != nullptr) keyWindow_->receiveKeyState(isActive);
 }
 
-void SimulatedWindows::sortByLevel() {
-    std::ranges::stable_sort(onScreen_, std::greater<>(),
-                             [](Peer const* peer) { return peer->window().attributes().level; });
+void SimulatedWindows::putInFrontOfLevel(Peer& peer) {
+    std::erase(onScreen_, &peer);
+    auto const level = peer.window().attributes().level;
+    auto const place = std::ranges::find_if(onScreen_, [level](Peer const* other) {
+        return other->window().attributes().level <= level;
+    });
+    onScreen_.insert(place, &peer);
 }
 
 void SimulatedWindows::windowDidChange(Peer& peer) {
-    sortByLevel();
+    if (std::ranges::find(onScreen_, &peer) != onScreen_.end()) putInFrontOfLevel(peer);
     if (auto const& content = peer.window().contentView()) needsDisplayWithin(*content);
 }
 
 void SimulatedWindows::orderFront(Peer& peer) {
     journal_.record(effect::OrderedFront{peer.number()});
-    std::erase(onScreen_, &peer);
-    onScreen_.insert(onScreen_.begin(), &peer);
-    sortByLevel();
+    putInFrontOfLevel(peer);
     if (auto const& content = peer.window().contentView()) needsDisplayWithin(*content);
 }
 

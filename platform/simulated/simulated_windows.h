@@ -53,7 +53,7 @@ private:
     using WeakView = std::weak_ptr<View const>;
 
     void windowDidChange(Peer& peer);
-    void sortByLevel();
+    void putInFrontOfLevel(Peer& peer);
     void orderFront(Peer& peer);
     void orderOut(Peer& peer);
     void forget(Peer& peer);

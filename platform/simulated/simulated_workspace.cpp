@@ -83,18 +83,14 @@ void SimulatedWorkspace::askToFront(std::int32_t processIdentifier) {
     });
 }
 
-SimulatedProgram const* SimulatedWorkspace::program(std::int32_t processIdentifier) const {
+SimulatedProgram* SimulatedWorkspace::program(std::int32_t processIdentifier) const {
     auto const found = std::ranges::find_if(programs_, [processIdentifier](auto const& each) {
         return each->processIdentifier == processIdentifier;
     });
     return found != programs_.end() ? found->get() : nullptr;
 }
 
-SimulatedProgram* SimulatedWorkspace::program(std::int32_t processIdentifier) {
-    return const_cast<SimulatedProgram*>(std::as_const(*this).program(processIdentifier));
-}
-
-SimulatedProgram* SimulatedWorkspace::programNamed(std::string_view name) {
+SimulatedProgram* SimulatedWorkspace::programNamed(std::string_view name) const {
     auto const found = std::ranges::find_if(
         programs_, [name](auto const& each) { return each->localizedName == name; });
     return found != programs_.end() ? found->get() : nullptr;

@@ -38,9 +38,8 @@ public:
 
     [[nodiscard]] std::int32_t frontmost() const { return frontmost_; }
     /// Null when it does not run, or is Trovel itself.
-    [[nodiscard]] SimulatedProgram* program(std::int32_t processIdentifier);
-    [[nodiscard]] SimulatedProgram const* program(std::int32_t processIdentifier) const;
-    [[nodiscard]] SimulatedProgram* programNamed(std::string_view name);
+    [[nodiscard]] SimulatedProgram* program(std::int32_t processIdentifier) const;
+    [[nodiscard]] SimulatedProgram* programNamed(std::string_view name) const;
     [[nodiscard]] std::vector<std::unique_ptr<SimulatedProgram>> const& programs() const {
         return programs_;
     }
