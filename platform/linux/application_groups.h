@@ -43,7 +43,8 @@ public:
     [[nodiscard]] std::optional<ApplicationGroup> withName(std::string_view name);
 
     /// Asks for the application's most recently active window to come to the front.
-    void activate(ApplicationGroup const& group) { tree_.activate(group.windows.front()); }
+    void activate(ApplicationGroup const& group) { activate(group.windows.front()); }
+    void activate(xcb_window_t window) { tree_.activate(window); }
 
     /// A window's place in pixels of the root window; nothing when it is gone.
     [[nodiscard]] std::optional<Rect> frame(xcb_window_t window) { return tree_.frame(window); }

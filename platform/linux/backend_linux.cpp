@@ -1,0 +1,120 @@
+#include "platform/backend.h"
+
+#include "platform/linux/accessibility_linux.h"
+#include "platform/linux/alerts_linux.h"
+#include "platform/linux/application_groups.h"
+#include "platform/linux/application_linux.h"
+#include "platform/linux/cursors_linux.h"
+#include "platform/linux/event_synthesizer_linux.h"
+#include "platform/linux/hotkey_service_linux.h"
+#include "platform/linux/main_queue_linux.h"
+#include "platform/linux/pasteboard_linux.h"
+#include "platform/linux/permissions_linux.h"
+#include "platform/linux/preference_store_linux.h"
+#include "platform/linux/screen_capturer_linux.h"
+#include "platform/linux/screens_linux.h"
+#include "platform/linux/script_runner_linux.h"
+#include "platform/linux/single_instance_linux.h"
+#include "platform/linux/ui/overlay_host.h"
+#include "platform/linux/ui/window_host_linux.h"
+#include "platform/linux/worker_linux.h"
+#include "platform/linux/workspace_linux.h"
+#include "platform/linux/xcb/connection.h"
+#include "platform/linux/xcb/event_pump.h"
+#include "platform/linux/xcb/input_grab.h"
+#include "platform/ui/local_event_monitors.h"
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace trovel {
+
+namespace {
+
+/// Everything there is of this program on an X11 desktop, in the order in which one needs another.
+class BackendLinux final : public Backend {
+public:
+    BackendLinux(std::unique_ptr<XcbConnection> connection, SingleInstance instance)
+        : instance_(std::move(instance)), connection_(std::move(connection)) {
+        connection_->setLostHandler([this] { application_.terminate(); });
+    }
+
+    ~BackendLinux() override {
+        worker_.stop();
+        mainQueue_.clear();
+    }
+
+    Platform platform() override {
+        return {.application = application_,
+                .mainQueue = mainQueue_,
+                .worker = worker_,
+                .preferences = preferences_,
+                .pasteboard = pasteboard_,
+                .workspace = workspace_,
+                .scripts = scripts_,
+                .accessibility = accessibility_,
+                .events = events_,
+                .permissions = permissions_,
+                .screens = screens_,
+                .capturer = capturer_,
+                .hotkeys = hotkeys_,
+                .windows = windows_,
+                .monitors = monitors_,
+                .cursors = cursors_,
+                .alerts = alerts_};
+    }
+
+private:
+    SingleInstance instance_;
+    std::unique_ptr<XcbConnection> connection_;
+    MainQueueLinux mainQueue_;
+    ApplicationLinux application_{mainQueue_};
+    XcbEventPump pump_{*connection_};
+    WorkerLinux worker_;
+    PreferenceStoreLinux preferences_;
+    PermissionsLinux permissions_{*connection_};
+    PasteboardLinux pasteboard_{*connection_};
+
+    ApplicationGroups groups_{*connection_, DesktopEntries::dataFolders(), getpid()};
+    WorkspaceLinux workspace_{groups_};
+    ScriptRunnerLinux scripts_{groups_};
+    AccessibilityLinux accessibility_{groups_};
+    // Pictures are all that this program writes to the clipboard.
+    EventSynthesizerLinux events_{*connection_, [] { return WrittenContents::picture; }};
+    AlertsLinux alerts_{*connection_, [this](xcb_window_t window) { groups_.activate(window); }};
+
+    LocalEventMonitors monitors_;
+    HotkeyServiceLinux hotkeys_{*connection_};
+    ScreensLinux screens_{*connection_};
+    InputGrab grab_{*connection_, mainQueue_};
+    OverlayHost overlays_{*connection_, mainQueue_, hotkeys_, monitors_, grab_};
+    WindowHostLinux windows_{overlays_};
+    CursorsLinux cursors_{*connection_, grab_};
+    ScreenCapturerLinux capturer_{overlays_, worker_};
+};
+
+} // namespace
+
+std::expected<std::unique_ptr<Backend>, int> makeBackend() {
+    // Fixed, since the library would raise it to the size of a picture: such memory is to go back
+    // to the system when the picture goes.
+    constexpr int kSeparateBytes = 128 * 1024;
+    mallopt(M_MMAP_THRESHOLD, kSeparateBytes);
+
+    auto connection = XcbConnection::open();
+    auto const* const display = std::getenv("DISPLAY");
+    if (!connection || display == nullptr) {
+        std::fputs("trovel: There is no X server to connect to. Trovel needs an X11 desktop.\n",
+                   stderr);
+        return std::unexpected(1);
+    }
+    auto instance = SingleInstance::claim(display);
+    if (!instance) return std::unexpected(0);
+    return std::make_unique<BackendLinux>(std::move(connection), std::move(*instance));
+}
+
+} // namespace trovel
