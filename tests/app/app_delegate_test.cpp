@@ -1,0 +1,228 @@
+#include "app/app_delegate.h"
+
+#include "capture/screenshot_manager.h"
+#include "tests/support/desktop_test.h"
+
+#include <memory>
+
+namespace trovel {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class AppDelegateTest : public DesktopTest {
+protected:
+    void SetUp() override {
+        desktop.preferences.store(kHasCompletedOnboarding, true);
+        desktop.application.setDelegate(delegate.get());
+    }
+
+    int onboardings = 0;
+    int permissionWindows = 0;
+    std::shared_ptr<AppDelegate> delegate =
+        AppDelegate::make(platform, {.showOnboardingWindow = [this] { ++onboardings; },
+                                     .showPermissionsWindow =
+                                         [this](std::function<void()> const& onComplete) {
+                                             EXPECT_FALSE(onComplete);
+                                             ++permissionWindows;
+                                         },
+                                     .deliverToTerminal = [](Image const&) {}});
+};
+
+TEST_F(AppDelegateTest, HasRegisteredNothingBeforeLaunch) {
+    EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 0U);
+    EXPECT_EQ(desktop.hotkeys.handlerCount(), 0U);
+    EXPECT_FALSE(delegate->screenshotManager().isCapturing());
+    EXPECT_EQ(delegate->previousFrontmostApp(), std::nullopt);
+    EXPECT_THAT(effectsOf(desktop.journal), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, LaunchInstallsTheHandlerAndThenRegistersTheDefaultHotkey) {
+    desktop.application.launch();
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::Launched{}), Effect(effect::HandlerInstalled{}),
+                            Effect(effect::HotKeyRegistered{19, 768, {0x54524f56, 1}})));
+}
+
+TEST_F(AppDelegateTest, LaunchRegistersTheRecordedHotkey) {
+    desktop.preferences.store(kHotkeyIsCustom, true);
+    desktop.preferences.store(kHotkeyKeyCode, std::int64_t{122});
+    desktop.preferences.store(kHotkeyModifiers, std::int64_t{6144});
+    desktop.application.launch();
+    EXPECT_THAT(desktop.hotkeys.combinations(), ElementsAre(KeyCombination{122, 6144}));
+}
+
+TEST_F(AppDelegateTest, LaunchAsksForNoPermissionAndActivatesNothing) {
+    desktop.application.launch();
+    EXPECT_EQ(desktop.journal.count<effect::PermissionAsked>(), 0U);
+    EXPECT_EQ(desktop.journal.count<effect::ActivationAsked>(), 0U);
+    EXPECT_EQ(permissionWindows, 0);
+}
+
+TEST_F(AppDelegateTest, AFirstRunAsksForTheOnboardingWindowAfterTheHotkeyIsThere) {
+    desktop.preferences.remove(kHasCompletedOnboarding);
+    desktop.application.launch();
+    EXPECT_EQ(onboardings, 1);
+    desktop.preferences.store(kHasCompletedOnboarding, false);
+    delegate->applicationDidFinishLaunching();
+    EXPECT_EQ(onboardings, 2);
+    desktop.preferences.store(kHasCompletedOnboarding, true);
+    delegate->applicationDidFinishLaunching();
+    EXPECT_EQ(onboardings, 2);
+}
+
+TEST_F(AppDelegateTest, RegisteringTwiceLeavesOneHotkeyAndOneHandler) {
+    delegate->registerHotkey({19, 768});
+    desktop.journal.clear();
+    delegate->registerHotkey({122, 6144});
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::HotKeyUnregistered{19, 768}),
+                            Effect(effect::HandlerRemoved{}), Effect(effect::HandlerInstalled{}),
+                            Effect(effect::HotKeyRegistered{122, 6144, {0x54524f56, 1}})));
+    EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 1U);
+    EXPECT_EQ(desktop.hotkeys.handlerCount(), 1U);
+}
+
+TEST_F(AppDelegateTest, TheSameHotkeyCanBeRegisteredAgain) {
+    delegate->registerHotkey({19, 768});
+    delegate->registerHotkey({19, 768});
+    EXPECT_THAT(desktop.hotkeys.combinations(), ElementsAre(KeyCombination{19, 768}));
+}
+
+TEST_F(AppDelegateTest, TerminationTakesTheHotkeyAndThenTheHandlerBack) {
+    desktop.application.launch();
+    desktop.journal.clear();
+    desktop.application.terminate();
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::HotKeyUnregistered{19, 768}),
+                            Effect(effect::HandlerRemoved{}), Effect(effect::Terminated{})));
+}
+
+TEST_F(AppDelegateTest, TerminationBeforeLaunchDoesNothing) {
+    delegate->applicationWillTerminate();
+    delegate->applicationWillTerminate();
+    EXPECT_THAT(effectsOf(desktop.journal), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, ARefusedHotkeyGoesUnreportedAndLeavesTheHandler) {
+    desktop.hotkeys.takeElsewhere({19, 768});
+    desktop.application.launch();
+    EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 0U);
+    EXPECT_EQ(desktop.hotkeys.handlerCount(), 1U);
+    EXPECT_EQ(desktop.journal.count<effect::AlertShown>(), 0U);
+    desktop.application.terminate();
+    EXPECT_EQ(desktop.hotkeys.handlerCount(), 0U);
+}
+
+TEST_F(AppDelegateTest, ARefusedHandlerGoesUnreportedAndTheHotkeyIsRegisteredAllTheSame) {
+    desktop.faults.failOnce(Operation::installEventHandler);
+    desktop.application.launch();
+    EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 1U);
+    EXPECT_EQ(desktop.hotkeys.handlerCount(), 0U);
+    desktop.user.pressDefaultHotkey();
+    EXPECT_FALSE(delegate->screenshotManager().isCapturing());
+    desktop.application.terminate();
+    EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 0U);
+}
+
+TEST_F(AppDelegateTest, AHotkeyPressIsHandledAndStartsACapture) {
+    desktop.application.launch();
+    desktop.user.pressDefaultHotkey();
+    EXPECT_TRUE(delegate->screenshotManager().isCapturing());
+    EXPECT_THAT(desktop.journal.all<effect::HotKeyHandled>(),
+                ElementsAre(effect::HotKeyHandled{0}));
+}
+
+TEST_F(AppDelegateTest, AHandlerWithoutUserDataHandlesNothing) {
+    struct KeepsHandler final : HotkeyService {
+        ~KeepsHandler() = default;
+        std::optional<EventHandlerRef> installEventHandler(HotKeyHandler given, void*) override {
+            handler = given;
+            return std::nullopt;
+        }
+        void removeEventHandler(EventHandlerRef) override {}
+        std::optional<EventHotKeyRef> registerEventHotKey(std::uint32_t, std::uint32_t,
+                                                          EventHotKeyId) override {
+            return std::nullopt;
+        }
+        void unregisterEventHotKey(EventHotKeyRef) override {}
+        HotKeyHandler handler = nullptr;
+    } service;
+    Platform const with{platform.application,
+                        platform.mainQueue,
+                        platform.worker,
+                        platform.preferences,
+                        platform.pasteboard,
+                        platform.workspace,
+                        platform.scripts,
+                        platform.accessibility,
+                        platform.events,
+                        platform.permissions,
+                        platform.screens,
+                        platform.capturer,
+                        service,
+                        platform.windows,
+                        platform.monitors,
+                        platform.cursors,
+                        platform.alerts};
+    auto const other = AppDelegate::make(with, {});
+    other->registerHotkey(kDefaultHotkey);
+    ASSERT_NE(service.handler, nullptr);
+    EXPECT_EQ(service.handler(nullptr), -9874);
+    other->unregisterHotkey();
+}
+
+TEST_F(AppDelegateTest, ARegisteredHotkeyKeepsTheDelegateUntilItIsTakenBack) {
+    std::weak_ptr<AppDelegate> const weak = delegate;
+    delegate->registerHotkey(kDefaultHotkey);
+    delegate.reset();
+    ASSERT_FALSE(weak.expired());
+    desktop.user.pressDefaultHotkey();
+    EXPECT_TRUE(weak.lock()->screenshotManager().isCapturing());
+    weak.lock()->unregisterHotkey();
+    EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(AppDelegateTest, WithoutAccessibilityItAsksForThePermissionsWindowAndNothingElse) {
+    desktop.permissions.revoke(Permission::accessibility);
+    desktop.permissions.revoke(Permission::screenRecording);
+    delegate->triggerCapture();
+    EXPECT_EQ(permissionWindows, 1);
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::PermissionAsked{Permission::accessibility, false})));
+    EXPECT_FALSE(delegate->screenshotManager().isCapturing());
+}
+
+TEST_F(AppDelegateTest, WithoutScreenRecordingItAsksForThePermissionsWindowAndNothingElse) {
+    desktop.workspace.bringToFront(desktop.workspace.start({}).processIdentifier);
+    desktop.journal.clear();
+    desktop.permissions.revoke(Permission::screenRecording);
+    delegate->triggerCapture();
+    EXPECT_EQ(permissionWindows, 1);
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::PermissionAsked{Permission::accessibility, true}),
+                            Effect(effect::PermissionAsked{Permission::screenRecording, false})));
+    EXPECT_EQ(delegate->previousFrontmostApp(), std::nullopt);
+}
+
+TEST_F(AppDelegateTest, RemembersWhatWasInFrontBeforeTheOverlayEvenWhenTheTriggerIsDropped) {
+    auto const first = desktop.workspace.start({}).processIdentifier;
+    desktop.workspace.bringToFront(first);
+    delegate->triggerCapture();
+    ASSERT_EQ(desktop.workspace.frontmost(), kTrovelProcess);
+    ASSERT_TRUE(delegate->previousFrontmostApp());
+    EXPECT_EQ(delegate->previousFrontmostApp()->processIdentifier, first);
+    auto const second = desktop.workspace.start({}).processIdentifier;
+    desktop.workspace.bringToFront(second);
+    delegate->triggerCapture();
+    EXPECT_EQ(delegate->previousFrontmostApp()->processIdentifier, second);
+    EXPECT_EQ(desktop.journal.count<effect::CrosshairPushed>(), 1U);
+    desktop.workspace.bringToFront(0);
+    delegate->triggerCapture();
+    EXPECT_EQ(delegate->previousFrontmostApp(), std::nullopt);
+}
+
+} // namespace
+} // namespace trovel
