@@ -4,6 +4,7 @@
 #include <isa-l/igzip_lib.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -31,7 +32,7 @@ void patchBigEndian(Bytes& out, std::size_t at, std::uint32_t value) {
 std::size_t openChunk(Bytes& out, std::string_view type) {
     auto const start = out.size();
     appendBigEndian(out, 0);
-    out.insert(out.end(), type.begin(), type.end());
+    for (char const letter : type) out.push_back(static_cast<std::uint8_t>(letter));
     return start;
 }
 
@@ -44,14 +45,14 @@ void closeChunk(Bytes& out, std::size_t start) {
 }
 
 void appendHead(Bytes& out, PixelRows const& pixels, double scale) {
-    constexpr std::uint8_t kSignature[] = {137, 'P', 'N', 'G', 13, 10, 26, 10};
-    out.insert(out.end(), std::begin(kSignature), std::end(kSignature));
+    constexpr auto kSignature = std::to_array<std::uint8_t>({137, 'P', 'N', 'G', 13, 10, 26, 10});
+    for (auto const byte : kSignature) out.push_back(byte);
 
     auto chunk = openChunk(out, "IHDR");
     appendBigEndian(out, static_cast<std::uint32_t>(pixels.width));
     appendBigEndian(out, static_cast<std::uint32_t>(pixels.height));
-    constexpr std::uint8_t kEightBitRgb[] = {8, 2, 0, 0, 0};
-    out.insert(out.end(), std::begin(kEightBitRgb), std::end(kEightBitRgb));
+    constexpr auto kEightBitRgb = std::to_array<std::uint8_t>({8, 2, 0, 0, 0});
+    for (auto const byte : kEightBitRgb) out.push_back(byte);
     closeChunk(out, chunk);
 
     chunk = openChunk(out, "sRGB");
