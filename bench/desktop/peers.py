@@ -1,0 +1,57 @@
+"""Other screenshot programs, and how each is started, triggered and confirmed."""
+import dataclasses
+import shutil
+import time
+from typing import Callable
+
+
+@dataclasses.dataclass
+class Peer:
+    """A program to measure beside Trovel."""
+    name: str
+    start: Callable      # display -> its resident process, or None when each trigger starts one
+    trigger: Callable    # display -> the probe's trigger
+    ready: str = "painted"
+    copies: bool = False     # whether the picture goes to the clipboard by itself
+    confirm: str = ""        # the key that takes the picture after the drag
+    stays: bool = True       # whether it waits in the background between captures
+
+
+def resident(command, seconds):
+    def start(display):
+        process = display.spawn(command[0], command)
+        time.sleep(seconds)
+        return process
+    return start
+
+
+def tray_click(name):
+    def trigger(display):
+        x, y = display.tray_icon(name)
+        return f"click:{x},{y}"
+    return trigger
+
+
+def always(what):
+    return lambda display: what
+
+
+def none(display):
+    return None
+
+
+def peers(display):
+    """The peers that are installed."""
+    everyone = [
+        Peer("flameshot", resident(["flameshot"], 2.5), tray_click("flameshot"), copies=True,
+             confirm="Ctrl+c"),
+        Peer("ksnip", resident(["ksnip"], 2.5), always("key:Alt+Shift+r")),
+        Peer("spectacle", none, always("command:exec spectacle -b -n -r -c"), copies=True,
+             stays=False),
+        Peer("maim", none, always("command:maim -s | xclip -selection clipboard -t image/png"),
+             ready="cursor", copies=True, stays=False),
+        Peer("scrot", none, always("command:scrot -o -s $HOME/s.png; "
+                                   "xclip -selection clipboard -t image/png $HOME/s.png"),
+             ready="cursor", copies=True, stays=False),
+    ]
+    return [peer for peer in everyone if shutil.which(peer.name, path=display.env["PATH"])]
