@@ -150,6 +150,7 @@ std::vector<std::uint8_t> encodePng(PixelRows const& pixels, double scale) {
     // Rows go through in bands that fit the processor's cache.
     constexpr std::size_t kBandBytes = std::size_t{256} * 1024;
     Bytes out;
+    out.reserve(kBandBytes);
     appendHead(out, pixels, scale);
     auto const chunk = openChunk(out, "IDAT");
     UpFilter filter(pixels);
