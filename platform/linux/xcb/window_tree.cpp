@@ -112,6 +112,7 @@ WindowTree::WindowTree(XcbConnection& connection) : connection_(connection) {
     std::uint32_t const mask =
         XCB_EVENT_MASK_PROPERTY_CHANGE | (attributes ? attributes->your_event_mask : 0);
     xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &mask);
+    connection_.flush();
     events_ = connection_.addEventHandler([this](auto const& event) { handle(event); });
 }
 

@@ -13,9 +13,9 @@ namespace trovel {
 /// What a window says about the program that it belongs to. All texts are plain text, empty where
 /// the window says nothing.
 struct WindowProperties {
-    std::string gtkApplicationId;
-    std::string instance;           ///< The first part of WM_CLASS.
-    std::string className;          ///< The second one.
+    std::string gtkApplicationId = {};
+    std::string instance = {};      ///< The first part of WM_CLASS.
+    std::string className = {};     ///< The second one.
     std::int32_t systemProcess = 0; ///< 0 when unknown, or on another machine.
 
     friend auto operator<=>(WindowProperties const&, WindowProperties const&) = default;
