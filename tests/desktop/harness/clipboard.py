@@ -35,6 +35,8 @@ class ClipboardReader:
         if not self._convert(selection, target):
             return None
         value = self._take()
+        if value is None:  # Qt's way of refusing: it says that it answered, and gives nothing.
+            return None
         if value.property_type != self._atom("INCR"):
             return bytes(value.value)
         data = bytearray()

@@ -170,6 +170,7 @@ class Desktop:
         os.close(write_end)
         with os.fdopen(read_end) as answer:
             self.processes.environment["DBUS_SESSION_BUS_ADDRESS"] = answer.readline().strip()
+        self.processes.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
 
     def _start_window_manager(self, name):
         if not name:

@@ -53,7 +53,8 @@ class Driver:
 
     @staticmethod
     def _words(verb, keycodes):
-        return [word for keycode in keycodes for word in (verb, keycode)]
+        # xdotool takes a single digit for the key that types it.
+        return [word for keycode in keycodes for word in (verb, f"{keycode:02}")]
 
     def _do(self, *words):
         self._processes.run("xdotool", *words)

@@ -64,10 +64,17 @@ class Program:
     def wait_for_alert(self, timeout=5.0):
         return wait_until(self.alerts, "an alert is up", timeout)[0]
 
-    def dismiss_alerts(self):
-        """Closes the alerts with a key, as a user does, the topmost first, and waits until they
-        are off the screen."""
+    def spoken_texts(self):
+        """What its windows say to a screen reader; needs a desktop with a bus."""
+        spoken = self._desktop.processes.run("/usr/bin/python3", "-m", "harness.accessible_text",
+                                             self.pid)
+        return spoken.decode().splitlines()
+
+    def dismiss_alerts(self, count=1):
+        """Waits for that many alerts, closes them with a key, as a user does, the topmost first,
+        and waits until they are off the screen."""
         observer = self._desktop.observer
+        wait_until(lambda: len(self.alerts()) == count, f"{count} alerts are up")
         left = [alert.id for alert in self.alerts()]
         while left:
             top = wait_until(lambda: observer.active_window() in left and observer.active_window(),
