@@ -81,6 +81,8 @@ CASES = [
      "namespace {\nstd::array const kCalls{1, 2};\n}\n"),
     ("mutable_statics", "app/a.cpp", "class A {\n    static char const* name_;\n};\n",
      "class A {\n    char const* name_;\n    static int f();\n};\n"),
+    ("mutable_statics", "app/a.cpp", "namespace {\nchar const* kName = nullptr;\n}\n",
+     "namespace {\nchar const* const kA = nullptr;\nconstexpr auto* kName = \"\";\n}\n"),
     ("header_form", "app/a.h", "#ifndef A\n#define A\n#endif\n", "#pragma once\n"),
     ("mutable_statics", "app/a.cpp", "int f() {\n    static std::vector<int> calls{1, 2};\n}\n",
      "int f() {\n    static std::array const kCalls{1, 2};\n    std::vector<int> calls{1};\n}\n"),
