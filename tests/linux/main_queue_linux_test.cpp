@@ -128,7 +128,7 @@ TEST_F(MainQueueLinuxTest, ARepetitionMayEndItself) {
 
 TEST_F(MainQueueLinuxTest, TimesThatARepetitionMissedAreNotMadeUpFor) {
     auto const repetition = queue_.every(10ms, note("tick"));
-    queue_.post([this] {
+    queue_.post([] {
         MainQueueLinux stall;
         stall.after(35ms, [] {});
         static_cast<void>(isReadable(stall, 1000));
