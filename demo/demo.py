@@ -67,14 +67,14 @@ class Demonstration:
         wait_until(lambda: self._desktop.observer.active_window() == browser.window.id,
                    "the chat is in front")
         before = self._keep("before")
-        self._select()
+        self._select(before)
         self._deliver()
         received = self._received()
         received.save(self._output / "received.png")
         self._keep("after")
         return self._judge(received, before.crop(scene.REGION))
 
-    def _select(self):
+    def _select(self, before):
         left, top, right, bottom = scene.REGION
         driver = self._desktop.driver
         driver.press_hotkey()
@@ -83,7 +83,9 @@ class Demonstration:
         self._timeline.now("the overlay covers the screen")
         driver.drag((left, top), (right, bottom), steps=24, release=False)
         self._timeline.at(self._tapped("button down", 1).time, "a drag begins")
-        self._keep("during")
+        inside = (left + 1, top + 1, right - 1, bottom - 1)
+        wait_until(lambda: self._keep("during").crop(inside) == before.crop(inside),
+                   "the selection is clear, the rest dimmed")
         driver.button_up()
         self._timeline.at(self._tapped("button up", 1).time, "the region is chosen")
         self._tap = self._desktop.tap.mark()
