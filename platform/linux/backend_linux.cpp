@@ -25,6 +25,7 @@
 #include "platform/ui/local_event_monitors.h"
 
 #include <malloc.h>
+
 #include <unistd.h>
 
 #include <cstdio>
