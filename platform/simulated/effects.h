@@ -24,6 +24,8 @@ struct Picture {
     std::uint32_t displayId = 0;
     PixelRect region;
     Size size;
+    /// Whether neither a window of Trovel's nor the pointer is to be seen in it.
+    bool isClean = true;
 
     friend bool operator==(Picture const&, Picture const&) = default;
 };
@@ -183,6 +185,11 @@ struct AlertClosed {
 };
 
 // The world's own doing.
+/// A remark of whoever holds the desktop.
+struct Noted {
+    std::string text;
+    friend bool operator==(Noted const&, Noted const&) = default;
+};
 struct FaultStruck {
     Operation operation = Operation::installEventHandler;
     friend bool operator==(FaultStruck const&, FaultStruck const&) = default;
@@ -201,6 +208,6 @@ using Effect =
                  effect::Pasted, effect::Typed, effect::OrderedFront, effect::MadeKey,
                  effect::OrderedOut, effect::MonitorAdded, effect::MonitorRemoved,
                  effect::CrosshairPushed, effect::CursorPopped, effect::AlertShown,
-                 effect::AlertClosed, effect::FaultStruck>;
+                 effect::AlertClosed, effect::Noted, effect::FaultStruck>;
 
 } // namespace trovel

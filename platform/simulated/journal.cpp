@@ -17,7 +17,7 @@ std::ostream& operator<<(std::ostream& stream, Picture const& picture) {
     auto const& region = picture.region;
     return stream << "display " << picture.displayId << " at " << region.x << ',' << region.y
                   << " of " << region.width << 'x' << region.height << " px, " << picture.size.width
-                  << 'x' << picture.size.height << " pt";
+                  << 'x' << picture.size.height << " pt" << (picture.isClean ? "" : ", not clean");
 }
 
 std::ostream& operator<<(std::ostream& stream, PasteboardContents const& contents) {
@@ -110,6 +110,7 @@ public:
         for (auto const& button : e.alert.buttons) stream_ << " [" << button << ']';
     }
     void operator()(effect::AlertClosed const&) { stream_ << "AlertClosed"; }
+    void operator()(effect::Noted const& e) { stream_ << "-- " << e.text; }
     void operator()(effect::FaultStruck const& e) {
         stream_ << "FaultStruck " << kOperationNames[static_cast<std::size_t>(e.operation)];
     }

@@ -8,6 +8,7 @@
 #include <ostream>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -70,6 +71,8 @@ public:
 
     /// Forgets the entries so far; the digest keeps them.
     void clear() { entries_.clear(); }
+    /// The entries so far, which it forgets.
+    [[nodiscard]] std::vector<JournalEntry> take() { return std::exchange(entries_, {}); }
 
     /// A number that two runs share when the same things happened at the same times, cleared or
     /// not.

@@ -57,7 +57,9 @@ bool SimulatedPixels::isClean() const {
 
 Picture pictureOf(Image const& image) {
     auto const* pixels = dynamic_cast<SimulatedPixels const*>(image.pixels.get());
-    if (pixels != nullptr) return {pixels->displayId(), pixels->region(), image.size};
+    if (pixels != nullptr) {
+        return {pixels->displayId(), pixels->region(), image.size, pixels->isClean()};
+    }
     if (!image.pixels) return {0, {}, image.size};
     return {0, {0, 0, image.pixels->widthPixels(), image.pixels->heightPixels()}, image.size};
 }

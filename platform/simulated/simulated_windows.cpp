@@ -124,7 +124,11 @@ void SimulatedWindows::forget(Peer& peer) {
 
 void SimulatedWindows::needsDisplay(View const& view) {
     if (dirtyViews_.empty()) queue_.post([this] { display(); });
-    dirtyViews_.insert(view.weak_from_this());
+    auto const isSame = [&view](WeakView const& dirty) {
+        return !dirty.owner_before(view.weak_from_this()) &&
+               !view.weak_from_this().owner_before(dirty);
+    };
+    if (std::ranges::none_of(dirtyViews_, isSame)) dirtyViews_.push_back(view.weak_from_this());
 }
 
 void SimulatedWindows::needsDisplayWithin(View const& view) {

@@ -7,7 +7,6 @@
 
 #include <map>
 #include <memory>
-#include <set>
 #include <string_view>
 #include <vector>
 
@@ -66,7 +65,7 @@ private:
     std::vector<Peer*> onScreen_; // front to back
     Window* keyWindow_ = nullptr;
     bool isActive_ = true;
-    std::set<WeakView, std::owner_less<>> dirtyViews_;
+    std::vector<WeakView> dirtyViews_;
     std::map<WeakView, std::vector<CanvasOperation>, std::owner_less<>> drawings_;
     int displayCount_ = 0;
     int nextWindow_ = 1;

@@ -45,17 +45,24 @@ std::optional<VirtualQueue::Entry> VirtualQueue::popDue(Duration latest) {
     return std::nullopt;
 }
 
-bool VirtualQueue::step(Duration latest) {
-    auto const entry = popDue(latest);
-    if (!entry) return false;
-    if (!entry->repeats) {
-        entry->block();
-        return true;
+void VirtualQueue::run(Entry const& entry) {
+    if (!entry.repeats) {
+        entry.block();
+        return;
     }
     // Held here, because the block may end its own registration.
-    auto const timer = entry->timer.lock();
-    push(entry->due + timer->interval, nullptr, timer);
+    auto const timer = entry.timer.lock();
+    push(entry.due + timer->interval, nullptr, timer);
     timer->block();
+}
+
+bool VirtualQueue::step(Duration latest) {
+    {
+        auto const entry = popDue(latest);
+        if (!entry) return false;
+        run(*entry);
+    } // what the block holds goes before anybody looks
+    if (observer_) observer_();
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace trovel {
@@ -40,6 +41,9 @@ public:
     /// when there is none; the clock then stays.
     bool step(Duration latest = Duration::max());
 
+    /// Calls `observer` after every block, also after those that run inside another.
+    void observe(std::function<void()> observer) { observer_ = std::move(observer); }
+
     /// Drops everything that waits.
     void clear();
 
@@ -59,6 +63,7 @@ private:
         bool repeats;
     };
 
+    void run(Entry const& entry);
     static bool isLater(Entry const& left, Entry const& right);
     void push(Duration due, Block block, std::shared_ptr<Timer> const& timer);
     std::optional<Entry> popDue(Duration latest);
@@ -67,6 +72,7 @@ private:
     std::vector<Entry> heap_;
     std::uint64_t nextSequence_ = 0;
     Duration now_ = Duration::zero();
+    std::function<void()> observer_;
 };
 
 } // namespace trovel
