@@ -248,8 +248,8 @@ def file_names(source):
         if not re.fullmatch(r"[a-z0-9]+(?:_[a-z0-9]+)*", source.path.stem):
             yield source.path, 1, "a file is named in snake_case after its main type"
         is_test = re.search(r"^TEST(?:_F|_P)?\(", source.code, re.MULTILINE)
-        if is_test and not source.path.stem.endswith("_test"):
-            yield source.path, 1, "a file of tests ends in _test"
+        if is_test and not source.path.stem.endswith(("_test", "_contract")):
+            yield source.path, 1, "a file of tests ends in _test or _contract"
 
 
 def endings(source):

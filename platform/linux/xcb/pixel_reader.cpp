@@ -2,14 +2,14 @@
 
 #include "platform/linux/xcb/connection.h"
 
-#include <sys/ipc.h>
-#include <sys/shm.h>
 #include <xcb/shm.h>
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <memory>
+#include <sys/ipc.h>
+#include <sys/shm.h>
 #include <utility>
 #include <vector>
 
