@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLongestFile = 64 * 1024;
+constexpr std::size_t kLongestFile = std::size_t{64} * 1024;
 constexpr int kDeepestFolder = 4;
 
 std::string_view trimmed(std::string_view text) {

@@ -123,6 +123,7 @@ WindowList WindowTree::read() {
     list.clients = readClients(windows);
 
     Windows present;
+    present.reserve(list.clients.size());
     for (auto const& client : list.clients) present.push_back(client.id);
     list.active = root.knowsActive ? root.active : focusedClient(list.clients);
     if (!contains(present, list.active)) list.active = XCB_WINDOW_NONE;
@@ -250,10 +251,12 @@ std::vector<xcb_window_t> WindowTree::clientsInTree() {
     auto const tops = childrenOf(connection_.root());
     Windows clients(tops.size(), XCB_WINDOW_NONE);
     std::vector<Candidate> level;
+    level.reserve(tops.size());
     for (std::size_t top = 0; top < tops.size(); ++top) level.push_back({top, tops[top]});
 
     for (int depth = 0; depth <= kDeepestClient && !level.empty(); ++depth) {
         std::vector<std::pair<xcb_get_property_cookie_t, xcb_query_tree_cookie_t>> cookies;
+        cookies.reserve(level.size());
         for (auto const& candidate : level) {
             cookies.emplace_back(request(connection_, candidate.window, "WM_STATE", 1),
                                  xcb_query_tree(connection_.get(), candidate.window));
@@ -276,6 +279,7 @@ std::vector<xcb_window_t> WindowTree::clientsInTree() {
 
 void WindowTree::addUnmanaged(Windows const& tops, Windows& clients) const {
     std::vector<xcb_get_window_attributes_cookie_t> cookies;
+    cookies.reserve(tops.size());
     for (auto const top : tops) {
         cookies.push_back(xcb_get_window_attributes(connection_.get(), top));
     }
