@@ -1,9 +1,9 @@
 """A stand-in for a chat application: a small X client that writes down what reaches it.
 
 Run as `python3 -m harness.target FILE`, which holds a JSON object: "journal", the file that gets
-one JSON object a line, and "windows", a list of objects with "instance", "class", "title",
-"rectangle" and, if wanted, "pid" (another than the process's own), "cursor" (a glyph of the cursor
-font) and "paste" (read the clipboard's picture on Control+V).
+one JSON object a line, and "windows", a list of objects with "instance", "class", "title" and
+"rectangle". They may have "shown" (another title to show), "pid" (another than the process's own),
+"cursor" (a glyph of the cursor font) and "paste" (read the picture on the clipboard on Control+V).
 """
 
 import hashlib
@@ -88,7 +88,7 @@ class Target:
 
     def _name(self, window, description):
         utf8 = self._display.intern_atom("UTF8_STRING")
-        title = description["title"].encode()
+        title = description.get("shown", description["title"]).encode()
         for start in range(0, max(1, len(title)), _BYTES_A_REQUEST):
             part = title[start:start + _BYTES_A_REQUEST]
             for name, kind in ((self._display.intern_atom("_NET_WM_NAME"), utf8),

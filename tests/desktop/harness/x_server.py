@@ -53,11 +53,14 @@ class XServer:
         """Divides the root window into `monitors`, the only ones that clients see."""
         output = self._processes.run("xrandr").decode().split(" connected", 1)[0].split("\n")[-1]
         for index, monitor in enumerate(monitors):
-            star = "*" if monitor.primary else ""
-            geometry = (f"{monitor.width}/{monitor.width // 4}x"
-                        f"{monitor.height}/{monitor.height // 4}+{monitor.x}+{monitor.y}")
-            self._processes.run("xrandr", "--setmonitor", star + monitor.name, geometry,
-                                output if index == 0 else "none")
+            self.add_monitor(monitor, output if index == 0 else "none")
+
+    def add_monitor(self, monitor, output="none"):
+        """Plugs a monitor in. One of them has to show the server's only output."""
+        star = "*" if monitor.primary else ""
+        geometry = (f"{monitor.width}/{monitor.width // 4}x"
+                    f"{monitor.height}/{monitor.height // 4}+{monitor.x}+{monitor.y}")
+        self._processes.run("xrandr", "--setmonitor", star + monitor.name, geometry, output)
 
     def remove_monitor(self, monitor):
         self._processes.run("xrandr", "--delmonitor", monitor.name)
