@@ -137,7 +137,6 @@ TEST_F(AppDelegateTest, AHotkeyPressIsHandledAndStartsACapture) {
 
 TEST_F(AppDelegateTest, AHandlerWithoutUserDataHandlesNothing) {
     struct KeepsHandler final : HotkeyService {
-        ~KeepsHandler() = default;
         std::optional<EventHandlerRef> installEventHandler(HotKeyHandler given, void*) override {
             handler = given;
             return std::nullopt;
