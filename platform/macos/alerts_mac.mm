@@ -1,0 +1,32 @@
+#include "platform/macos/alerts_mac.h"
+
+#include "platform/macos/convert.h"
+
+#import <AppKit/AppKit.h>
+
+namespace trovel {
+
+namespace {
+
+NSAlertStyle toNative(AlertStyle style) {
+    switch (style) {
+    case AlertStyle::warning:
+        return NSAlertStyleWarning;
+    case AlertStyle::informational:
+        return NSAlertStyleInformational;
+    }
+}
+
+} // namespace
+
+void AlertsMac::runModal(Alert const& alert) {
+    NSAlert* const native = [[NSAlert alloc] init];
+    native.messageText = toNSString(alert.messageText);
+    native.informativeText = toNSString(alert.informativeText);
+    native.alertStyle = toNative(alert.style);
+    for (auto const& title : alert.buttons)
+        [native addButtonWithTitle:toNSString(title)];
+    [native runModal];
+}
+
+} // namespace trovel

@@ -1,0 +1,68 @@
+#include "platform/macos/application_mac.h"
+
+#include "platform/macos/convert.h"
+#include "platform/macos/entry.h"
+
+/// Hands AppKit's notifications on.
+@interface TrovelApplicationDelegate : NSObject <NSApplicationDelegate>
+- (nonnull instancetype)initWithDelegate:(trovel::ApplicationDelegate&)delegate;
+@end
+
+@implementation TrovelApplicationDelegate {
+    trovel::ApplicationDelegate* delegate_;
+}
+
+- (nonnull instancetype)initWithDelegate:(trovel::ApplicationDelegate&)delegate {
+    self = [super init];
+    if (self != nil) delegate_ = &delegate;
+    return self;
+}
+
+- (void)applicationDidFinishLaunching:(nonnull NSNotification*)notification {
+    trovel::enter([&] { delegate_->applicationDidFinishLaunching(); });
+}
+
+- (void)applicationWillTerminate:(nonnull NSNotification*)notification {
+    trovel::enter([&] { delegate_->applicationWillTerminate(); });
+}
+
+// There is no state to restore; saying so keeps newer systems from warning about it.
+- (BOOL)applicationSupportsSecureRestorableState:(nonnull NSApplication*)application {
+    return YES;
+}
+
+@end
+
+namespace trovel {
+
+ApplicationMac::ApplicationMac() : application_(NSApplication.sharedApplication) {
+    [application_ setActivationPolicy:NSApplicationActivationPolicyAccessory];
+}
+
+bool ApplicationMac::environmentHas(std::string_view name) const {
+    return NSProcessInfo.processInfo.environment[toNSString(name)] != nil;
+}
+
+void ApplicationMac::setDelegate(ApplicationDelegate* delegate) {
+    delegate_ =
+        delegate != nullptr ? [[TrovelApplicationDelegate alloc] initWithDelegate:*delegate] : nil;
+    application_.delegate = delegate_;
+}
+
+void ApplicationMac::run() {
+    [application_ run];
+}
+
+void ApplicationMac::terminate() {
+    if (application_.running) [application_ terminate:nil];
+}
+
+void ApplicationMac::activate() {
+    [application_ activate];
+}
+
+void ApplicationMac::activateIgnoringOtherApps() {
+    [application_ activateIgnoringOtherApps:YES];
+}
+
+} // namespace trovel

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/permissions.h"
+
+namespace trovel {
+
+/// The grants that macOS keeps for this program's code signature.
+class PermissionsMac final : public Permissions {
+public:
+    PermissionsMac() = default;
+
+    [[nodiscard]] bool isAccessibilityTrusted() const override;
+    [[nodiscard]] bool preflightScreenCapture() const override;
+};
+
+} // namespace trovel

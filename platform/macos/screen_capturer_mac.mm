@@ -1,0 +1,77 @@
+#include "platform/macos/screen_capturer_mac.h"
+
+#include "platform/fatal.h"
+#include "platform/macos/convert.h"
+#include "platform/macos/image_mac.h"
+
+#include <utility>
+
+namespace trovel {
+
+namespace {
+
+std::unexpected<std::string> failure(NSError* _Nullable error) {
+    return std::unexpected(fromNSString(error.localizedDescription));
+}
+
+SCStreamConfiguration* _Nonnull toNative(StreamConfiguration const& configuration) {
+    SCStreamConfiguration* const native = [[SCStreamConfiguration alloc] init];
+    native.width = static_cast<size_t>(configuration.width);
+    native.height = static_cast<size_t>(configuration.height);
+    native.scalesToFit = configuration.scalesToFit;
+    native.showsCursor = configuration.showsCursor;
+    return native;
+}
+
+} // namespace
+
+ScreenCapturer::Result<std::vector<CaptureDisplay>> ScreenCapturerMac::shareableDisplays() {
+    dispatch_semaphore_t const answered = dispatch_semaphore_create(0);
+    __block SCShareableContent* content = nil;
+    __block NSError* error = nil;
+    [SCShareableContent
+        getShareableContentExcludingDesktopWindows:NO
+                               onScreenWindowsOnly:NO
+                                 completionHandler:^(SCShareableContent* _Nullable shareable,
+                                                     NSError* _Nullable problem) {
+                                   content = shareable;
+                                   error = problem;
+                                   dispatch_semaphore_signal(answered);
+                                 }];
+    dispatch_semaphore_wait(answered, DISPATCH_TIME_FOREVER);
+    if (content == nil) return failure(error);
+    displays_.clear();
+    std::vector<CaptureDisplay> displays;
+    for (SCDisplay* display in content.displays) {
+        displays_.emplace(display.displayID, display);
+        displays.push_back({display.displayID, static_cast<double>(display.width),
+                            static_cast<double>(display.height)});
+    }
+    return displays;
+}
+
+ScreenCapturer::Result<std::shared_ptr<PixelImage const>>
+ScreenCapturerMac::captureImage(CaptureDisplay const& display,
+                                StreamConfiguration const& configuration) {
+    auto const found = displays_.find(display.displayId);
+    if (found == displays_.end()) fatal("a display was to be captured that is not listed");
+    SCContentFilter* const filter = [[SCContentFilter alloc] initWithDisplay:found->second
+                                                            excludingWindows:@[]];
+    dispatch_semaphore_t const answered = dispatch_semaphore_create(0);
+    __block CFOwner<CGImageRef> image;
+    __block NSError* error = nil;
+    [SCScreenshotManager
+        captureImageWithFilter:filter
+                 configuration:toNative(configuration)
+             completionHandler:^(CGImageRef _Nullable picture, NSError* _Nullable problem) {
+               // The picture is borrowed for the length of this call.
+               image.reset(CGImageRetain(picture));
+               error = problem;
+               dispatch_semaphore_signal(answered);
+             }];
+    dispatch_semaphore_wait(answered, DISPATCH_TIME_FOREVER);
+    if (!image) return failure(error);
+    return std::make_shared<PixelImageMac>(std::move(image));
+}
+
+} // namespace trovel
