@@ -1,0 +1,5 @@
+// EXPECT compile: unavailable
+#import <ScreenCaptureKit/ScreenCaptureKit.h>
+id f() {
+    return [[SCDisplay alloc] init];
+}

@@ -1,0 +1,5 @@
+// EXPECT compile: called object type
+#import <AppKit/AppKit.h>
+void f(NSView* v) {
+    v.wantsLayer(YES);
+}

@@ -1,0 +1,3 @@
+#import <AppKit/AppKit.h>
+#import <Carbon/Carbon.h>
+#import <ScreenCaptureKit/ScreenCaptureKit.h>
