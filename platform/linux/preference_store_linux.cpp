@@ -148,13 +148,13 @@ std::optional<PreferenceText> PreferenceStoreLinux::read() const {
     return text;
 }
 
-std::optional<PreferenceValue> PreferenceStoreLinux::value(std::string_view key) const {
+std::optional<StoredPreference> PreferenceStoreLinux::value(std::string_view key) const {
     if (auto const found = unwritten_.find(key); found != unwritten_.end()) return found->second;
     auto const text = read();
     return text ? text->value(key) : std::nullopt;
 }
 
-void PreferenceStoreLinux::set(std::string_view key, PreferenceValue value) {
+void PreferenceStoreLinux::set(std::string_view key, StoredPreference value) {
     unwritten_.insert_or_assign(std::string(key), std::move(value));
     auto text = read();
     if (!text) return;

@@ -32,11 +32,11 @@ public:
 
 private:
     [[nodiscard]] std::optional<PreferenceText> read() const;
-    [[nodiscard]] std::optional<PreferenceValue> value(std::string_view key) const;
-    void set(std::string_view key, PreferenceValue value);
+    [[nodiscard]] std::optional<StoredPreference> value(std::string_view key) const;
+    void set(std::string_view key, StoredPreference value);
 
     std::filesystem::path path_;
-    std::map<std::string, PreferenceValue, std::less<>> unwritten_;
+    std::map<std::string, StoredPreference, std::less<>> unwritten_;
 };
 
 } // namespace trovel

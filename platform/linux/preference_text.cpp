@@ -137,7 +137,7 @@ PreferenceText::Line const* PreferenceText::find(std::string_view key) const {
     return found == lines_.rend() ? nullptr : &*found;
 }
 
-std::optional<PreferenceValue> PreferenceText::value(std::string_view key) const {
+std::optional<StoredPreference> PreferenceText::value(std::string_view key) const {
     auto const* const line = find(key);
     if (!line) return std::nullopt;
     auto const text = valueText(line->text);
@@ -148,7 +148,7 @@ std::optional<PreferenceValue> PreferenceText::value(std::string_view key) const
     return std::nullopt;
 }
 
-void PreferenceText::set(std::string_view key, PreferenceValue const& value) {
+void PreferenceText::set(std::string_view key, StoredPreference const& value) {
     std::string text = std::string(key) + '=';
     if (auto const* const boolean = std::get_if<bool>(&value)) text += *boolean ? "true" : "false";
     if (auto const* const number = std::get_if<std::int64_t>(&value))

@@ -10,7 +10,7 @@
 namespace trovel {
 
 /// What one preference holds.
-using PreferenceValue = std::variant<bool, std::int64_t, std::string>;
+using StoredPreference = std::variant<bool, std::int64_t, std::string>;
 
 /// The text of a preferences file: a line for each preference, `key=value`, where a value is
 /// `true` or `false`, a decimal integer or a string in double quotes. In a string a backslash
@@ -29,10 +29,10 @@ public:
 
     /// What the last line of that key holds; nothing when there is none. Integers that do not fit
     /// are the nearest one that does.
-    [[nodiscard]] std::optional<PreferenceValue> value(std::string_view key) const;
+    [[nodiscard]] std::optional<StoredPreference> value(std::string_view key) const;
 
     /// Replaces that key's line or adds one. Other lines stay where they are.
-    void set(std::string_view key, PreferenceValue const& value);
+    void set(std::string_view key, StoredPreference const& value);
 
     [[nodiscard]] std::string text() const;
 

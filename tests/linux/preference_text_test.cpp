@@ -19,10 +19,10 @@ std::optional<std::string> string(PreferenceText const& text, std::string_view k
 TEST(PreferenceTextTest, EachTypeHasItsForm) {
     PreferenceText const text("yes=true\nno=false\nnumber=-19\nname=\"Claude\"\n");
     EXPECT_FALSE(text.wasBroken());
-    EXPECT_EQ(text.value("yes"), PreferenceValue(true));
-    EXPECT_EQ(text.value("no"), PreferenceValue(false));
-    EXPECT_EQ(text.value("number"), PreferenceValue(std::int64_t(-19)));
-    EXPECT_EQ(text.value("name"), PreferenceValue("Claude"s));
+    EXPECT_EQ(text.value("yes"), StoredPreference(true));
+    EXPECT_EQ(text.value("no"), StoredPreference(false));
+    EXPECT_EQ(text.value("number"), StoredPreference(std::int64_t(-19)));
+    EXPECT_EQ(text.value("name"), StoredPreference("Claude"s));
     EXPECT_EQ(text.value("absent"), std::nullopt);
 }
 
@@ -65,23 +65,23 @@ TEST(PreferenceTextTest, ValuesOfOtherFormsHoldNothing) {
 
 TEST(PreferenceTextTest, SpaceAndCarriageReturnsAroundAreNotMeant) {
     PreferenceText const text(" hotkeyKeyCode\t= 19 \r\n");
-    EXPECT_EQ(text.value("hotkeyKeyCode"), PreferenceValue(std::int64_t(19)));
+    EXPECT_EQ(text.value("hotkeyKeyCode"), StoredPreference(std::int64_t(19)));
 }
 
 TEST(PreferenceTextTest, TheLastOfSeveralLinesOfAKeyCounts) {
     PreferenceText text("key=1\nkey=2\n");
-    EXPECT_EQ(text.value("key"), PreferenceValue(std::int64_t(2)));
+    EXPECT_EQ(text.value("key"), StoredPreference(std::int64_t(2)));
     text.set("key", std::int64_t(3));
-    EXPECT_EQ(PreferenceText(text.text()).value("key"), PreferenceValue(std::int64_t(3)));
+    EXPECT_EQ(PreferenceText(text.text()).value("key"), StoredPreference(std::int64_t(3)));
 }
 
 TEST(PreferenceTextTest, NumbersOutOfReachStayOutOfRange) {
     PreferenceText const text("high=99999999999999999999\nlow=-99999999999999999999\n"
                               "max=9223372036854775807\n");
     using Limits = std::numeric_limits<std::int64_t>;
-    EXPECT_EQ(text.value("high"), PreferenceValue(Limits::max()));
-    EXPECT_EQ(text.value("low"), PreferenceValue(Limits::min()));
-    EXPECT_EQ(text.value("max"), PreferenceValue(Limits::max()));
+    EXPECT_EQ(text.value("high"), StoredPreference(Limits::max()));
+    EXPECT_EQ(text.value("low"), StoredPreference(Limits::min()));
+    EXPECT_EQ(text.value("max"), StoredPreference(Limits::max()));
 }
 
 TEST(PreferenceTextTest, LinesThatNobodyUnderstandsAreLeftOut) {
