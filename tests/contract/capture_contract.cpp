@@ -12,11 +12,17 @@ class CaptureContract : public ContractTest {
 protected:
     using Pixels = std::shared_ptr<PixelImage const>;
 
-    /// Captures the only display with its native pixels, the way the program does it.
+    void TearDown() override {
+        if (isInSession_) platform.capturer.sessionDidEnd();
+    }
+
+    /// Captures the only display with its native pixels, the way the program does it. The session
+    /// goes on until the end of the test: a picture may be cut while it lasts.
     Pixels captureDisplay() {
         auto const screen = platform.screens.screens().front();
         Pixels pixels;
         bool isDone = false;
+        isInSession_ = true;
         platform.capturer.sessionWillBegin();
         platform.worker.run([&] {
             auto const displays = platform.capturer.shareableDisplays();
@@ -35,9 +41,11 @@ protected:
             platform.mainQueue.post([&] { isDone = true; });
         });
         EXPECT_TRUE(world->waitUntil([&] { return isDone; }));
-        platform.capturer.sessionDidEnd();
         return pixels;
     }
+
+private:
+    bool isInSession_ = false;
 };
 
 TEST_F(CaptureContract, EveryScreenNamesADisplayThatCanBeCaptured) {
