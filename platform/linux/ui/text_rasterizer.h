@@ -35,10 +35,13 @@ public:
     static constexpr int kTextMargin = 1;
 
 private:
+    struct Glyph;
     struct Face;
     class Faces;
 
-    Face const& face(Font const& font);
+    Face& face(Font const& font);
+    static Glyph const& glyph(Face& used, char letter, Color const& color);
+    static Bitmap layOut(Face const& used, std::string_view text, Color const& color);
 
     double scale_;
     std::unique_ptr<Faces> faces_;
