@@ -1,0 +1,93 @@
+#pragma once
+
+#include "platform/linux/cursors_linux.h"
+#include "platform/linux/hotkey_service_linux.h"
+#include "platform/linux/main_queue_linux.h"
+#include "platform/linux/screen_capturer_linux.h"
+#include "platform/linux/screens_linux.h"
+#include "platform/linux/ui/overlay_host.h"
+#include "platform/linux/ui/window_host_linux.h"
+#include "platform/linux/xcb/connection.h"
+#include "platform/linux/xcb/input_grab.h"
+#include "platform/ui/local_event_monitors.h"
+#include "platform/worker.h"
+#include "tests/linux/other_program.h"
+
+#include <QGuiApplication>
+
+#include <poll.h>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace trovel {
+
+/// A Qt application without a window system, for what only needs fonts.
+class QtFonts {
+private:
+    std::array<char, 7> name_{"trovel"};
+    std::array<char, 10> platform_{"-platform"};
+    std::array<char, 10> offscreen_{"offscreen"};
+    std::array<char*, 4> arguments_{name_.data(), platform_.data(), offscreen_.data(), nullptr};
+    int count_ = 3;
+    QGuiApplication application_{count_, arguments_.data()};
+};
+
+/// Tasks that wait until the test runs them.
+class HeldWorker final : public Worker {
+public:
+    ~HeldWorker() = default;
+    void run(Task task) override { tasks_.push_back(std::move(task)); }
+    [[nodiscard]] std::size_t count() const { return tasks_.size(); }
+    void runAll() {
+        for (auto const& task : std::exchange(tasks_, {})) task();
+    }
+
+private:
+    std::vector<Task> tasks_;
+};
+
+/// The parts of the backend that an overlay is made of, on a connection to the display of the test.
+struct FrozenDesktop {
+    std::unique_ptr<XcbConnection> x = XcbConnection::open();
+    MainQueueLinux queue;
+    HeldWorker worker;
+    LocalEventMonitors monitors;
+    HotkeyServiceLinux hotkeys{*x};
+    InputGrab grab{*x, queue};
+    OverlayHost overlays{*x, queue, hotkeys, monitors, grab};
+    CursorsLinux cursors{*x, grab};
+    ScreensLinux screens{*x};
+    ScreenCapturerLinux capturer{overlays, worker};
+    WindowHostLinux windows{overlays};
+
+    /// Does what has arrived and what is due, the way an event loop would.
+    void turn() {
+        x->processEvents();
+        queue.runDue();
+        x->processQueuedEvents();
+        x->flush();
+    }
+
+    /// Turns until the condition holds; false when it did not within five seconds.
+    [[nodiscard]] bool turnsUntil(std::function<bool()> const& condition) {
+        return OtherProgram::eventually([&] {
+            turn();
+            return condition();
+        });
+    }
+
+    /// Turns until nothing arrives any more that the server knew of when this was called.
+    void settle() {
+        for (int i = 0; i < 3; ++i) {
+            turn();
+            static_cast<void>(x->reply<xcb_get_input_focus_reply>(xcb_get_input_focus(x->get())));
+            turn();
+        }
+    }
+};
+
+} // namespace trovel
