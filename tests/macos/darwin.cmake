@@ -1,0 +1,10 @@
+# A toolchain as far as configuring for a Mac goes: there is no linker and no SDK.
+set(CMAKE_SYSTEM_NAME Darwin)
+set(CMAKE_SYSTEM_PROCESSOR arm64)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+find_program(clang clang++-19 REQUIRED)
+set(CMAKE_CXX_COMPILER ${clang})
+set(CMAKE_OBJCXX_COMPILER ${clang})
+set(CMAKE_CXX_COMPILER_TARGET arm64-apple-macosx)
+set(CMAKE_OBJCXX_COMPILER_TARGET arm64-apple-macosx)
+set(CMAKE_INSTALL_NAME_TOOL install_name_tool)
