@@ -132,7 +132,7 @@ def in_product_rooms(path):
 BANNED = [
     (r"\b(?:usleep|nanosleep|sleep_for|sleep_until|sleepForTimeInterval)\b|\bsleep\s*\(",
      outside_measurements, "a delay goes through MainQueue, never a sleep"),
-    (r"\b(?:rand|srand|random|drand48|arc4random)\s*\(|\brandom_device\b",
+    (r"\b(?:rand|srand|drand48|arc4random)\s*\(|\brandom_device\b",
      everywhere, "randomness comes from a seed"),
     (r"\b(?:system_clock|steady_clock|high_resolution_clock)::now\b|\bgettimeofday\b"
      r"|\bclock_gettime\b|\bstd::time\s*\(|(?<![\w.:>])time\s*\(\s*(?:NULL|nullptr|0)\s*\)",
