@@ -74,6 +74,12 @@ class ClipboardTest(DesktopCase):
         small = program.capture((100, 100), (140, 130))
         self.assertEqual(small.size, (40, 30))
 
+    def test_a_reader_that_stops_in_the_middle_does_not_hold_up_the_end(self):
+        desktop, program, _ = self.large_picture()
+        desktop.new_clipboard_reader().begin("image/png")
+        self.assertEqual(program.terminate(), 0)
+        self.assert_at_rest(desktop)
+
     def test_a_transfer_that_has_begun_goes_on_through_a_new_capture(self):
         desktop, program, noise = self.large_picture()
         program.dismiss_alerts()

@@ -8,7 +8,7 @@ import time
 from Xlib import X
 
 from harness.case import DesktopCase, chat_window
-from harness.driver import CONTROL, HOTKEY, KEY_V, RETURN, SHIFT
+from harness.driver import ALT, CONTROL, HOTKEY, KEY_V, RETURN, SHIFT
 from harness.program import write_preferences
 from harness.waiting import stays_true, wait_until
 
@@ -108,6 +108,18 @@ class DeliveryTest(DesktopCase):
         self.assertLess(click - front, FRONT_TO_CLICK + 0.1 + SLACK)
         self.assert_pasted_by(desktop, target, "Claude")
 
+    def test_a_window_in_front_is_clicked_half_a_second_after_the_copy(self):
+        desktop = self.desktop()
+        self.claude(desktop)
+        program = self.program(desktop)
+        mark = self.select_and_mark(desktop, program)
+        desktop.wait_for_clipboard()
+        copied = time.monotonic()
+        wait_until(lambda: desktop.tap.since(mark), "the window is clicked")
+        click = desktop.tap.since(mark)[0].time / 1000
+        self.assertGreater(click - copied, FRONT_TO_CLICK - 0.05)
+        self.assertLess(click - copied, FRONT_TO_CLICK + SLACK)
+
     def test_modifiers_that_the_user_still_holds_are_lifted_and_stay_up(self):
         desktop = self.desktop()
         target = self.claude(desktop)
@@ -118,11 +130,28 @@ class DeliveryTest(DesktopCase):
         desktop.driver.release(HOTKEY[-1])
         self.wait_for_paste(target, "Claude")
         wait_until(lambda: target.entries("key up")[-1]["detail"] == RETURN, "it is submitted")
+        click, = target.entries("button down")
+        self.assertEqual(click["state"], 0)
         pressed = [(entry["detail"], entry["state"]) for entry in target.entries("key down")]
         self.assertIn((KEY_V, X.ControlMask), pressed)
         self.assertIn((RETURN, 0), pressed)
         self.assertEqual(desktop.observer.held_keys(), [])
         desktop.driver.release(SHIFT, CONTROL)
+        self.assert_at_rest(desktop, program)
+
+    def test_a_modifier_that_the_user_presses_after_the_click_is_lifted_too(self):
+        desktop = self.desktop()
+        target = self.claude(desktop)
+        program = self.program(desktop)
+        self.select_and_mark(desktop, program)
+        wait_until(lambda: target.entries("button up"), "the window is clicked")
+        desktop.driver.hold(SHIFT, ALT)
+        self.wait_for_paste(target, "Claude")
+        paste = [entry["state"] for entry in target.entries("key down")
+                 if entry["detail"] == KEY_V]
+        self.assertEqual(paste, [X.ControlMask])
+        wait_until(lambda: not desktop.observer.held_keys(), "the keys are up")
+        desktop.driver.release(ALT, SHIFT)
         self.assert_at_rest(desktop, program)
 
     def test_the_paste_is_the_key_that_types_a_v(self):
