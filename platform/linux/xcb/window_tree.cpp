@@ -353,22 +353,41 @@ std::optional<Rect> WindowTree::frame(xcb_window_t window) {
                 whole.height - top - bottom};
 }
 
+/// As pagers do before they ask for a window that is on another desktop: not every window manager
+/// goes there with the window.
+void WindowTree::showDesktopOf(xcb_window_t window) {
+    constexpr std::uint32_t kEveryDesktop = 0xffffffff;
+    auto const its = request(connection_, window, "_NET_WM_DESKTOP", 1);
+    auto const shown = request(connection_, connection_.root(), "_NET_CURRENT_DESKTOP", 1);
+    auto const desktop = wordsOf(answer(connection_, its));
+    auto const current = wordsOf(answer(connection_, shown));
+    if (desktop.empty() || current.empty()) return;
+    if (desktop[0] == kEveryDesktop || desktop == current) return;
+    askManager(connection_.root(), "_NET_CURRENT_DESKTOP", desktop[0], serverTime());
+}
+
+void WindowTree::askManager(xcb_window_t window, std::string_view wish, std::uint32_t first,
+                            std::uint32_t second) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = connection_.atom(wish);
+    message.data.data32[0] = first;
+    message.data.data32[1] = second;
+    std::array<char, 32> event{};
+    std::memcpy(event.data(), &message, sizeof message);
+    xcb_send_event(connection_.get(), 0, connection_.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   event.data());
+}
+
 void WindowTree::activate(xcb_window_t window) {
     auto* const connection = connection_.get();
     if (readRoot().knowsActive) {
         constexpr std::uint32_t kFromPager = 2; // the user's own wish, not a program's
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = window;
-        message.type = connection_.atom("_NET_ACTIVE_WINDOW");
-        message.data.data32[0] = kFromPager;
-        message.data.data32[1] = serverTime();
-        std::array<char, 32> event{};
-        std::memcpy(event.data(), &message, sizeof message);
-        xcb_send_event(connection, 0, connection_.root(),
-                       XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                       event.data());
+        showDesktopOf(window);
+        askManager(window, "_NET_ACTIVE_WINDOW", kFromPager, serverTime());
         connection_.flush();
         return;
     }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace trovel {
@@ -74,6 +75,9 @@ private:
     [[nodiscard]] std::vector<xcb_window_t> childrenFrom(xcb_query_tree_cookie_t cookie) const;
     [[nodiscard]] xcb_window_t focusedClient(std::vector<ClientWindow> const& clients) const;
 
+    void showDesktopOf(xcb_window_t window);
+    void askManager(xcb_window_t window, std::string_view wish, std::uint32_t first,
+                    std::uint32_t second);
     void noteActive(xcb_window_t window);
     void handle(xcb_generic_event_t const& event);
 
