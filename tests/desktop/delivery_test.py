@@ -300,6 +300,29 @@ class DeliveryTest(DesktopCase):
         self.select_and_mark(desktop, program)
         self.assert_pasted_by(desktop, target, "Claude")
 
+    def test_a_target_on_another_workspace_comes_to_the_front(self):
+        desktop = self.desktop()
+        target = self.claude(desktop)
+        self.chat(desktop, "Editor", rectangle=(550, 80, 300, 300))
+        desktop.processes.run("xdotool", "set_desktop_for_window", target.window("Claude").id, "1")
+        wait_until(lambda: target.window("Claude").get_attributes().map_state != X.IsViewable,
+                   "the window is on another workspace")
+        program = self.program(desktop)
+        self.select_and_mark(desktop, program)
+        self.assert_pasted_by(desktop, target, "Claude")
+
+    def test_the_shadow_that_a_window_draws_is_not_counted_at_the_click(self):
+        desktop = self.desktop()
+        left, right, top, bottom = 20, 60, 10, 90
+        target = self.claude(desktop, shadow=(left, right, top, bottom))
+        program = self.program(desktop)
+        mark = self.select_and_mark(desktop, program)
+        self.assert_pasted_by(desktop, target, "Claude")
+        x, y, width, height = desktop.observer.frame(target.window("Claude"))
+        click = desktop.tap.since(mark)[0]
+        self.assertEqual((click.x, click.y), (x + left + (width - left - right) // 2,
+                                              y + top + (height - top - bottom) * 9 // 10))
+
     # What goes wrong
 
     def test_a_target_that_dies_after_coming_to_the_front_is_not_clicked(self):

@@ -141,6 +141,24 @@ class OverlayLookTest(DesktopCase):
         box = self.drag(1, (300, 200), (620, 440), "overlay-picom", compositor="picom")
         self.assert_selection(*box)
 
+    def test_a_full_screen_window_is_covered_too(self):
+        for window_manager in ("openbox", "xfwm4", "i3"):
+            with self.subTest(window_manager):
+                desktop = self.desktop(window_manager=window_manager)
+                target = desktop.start_target(chat_window("Film"))
+                desktop.observer.fill_screen(target.window("Film"))
+                wait_until(lambda: desktop.observer.frame(target.window("Film"))
+                           == (0, 0, *desktop.size), "the window fills the screen")
+                program = self.program(desktop)
+                self.before = desktop.observer.screenshot()
+                desktop.driver.press_hotkey()
+                program.wait_for_overlay()
+                self.shown = desktop.observer.screenshot()
+                for x, y in ((5, 5), (300, 200), (640, 360), (1270, 710)):
+                    self.assert_factor(x, y, DIMMED)
+                desktop.driver.press(ESCAPE)
+                program.wait_for_no_overlay()
+
     def test_only_the_monitor_under_the_drag_shows_a_selection(self):
         monitors = [Monitor("main", 640, 0, 640, 480, primary=True),
                     Monitor("left", 0, 0, 640, 480, scale=2)]

@@ -73,8 +73,8 @@ class DesktopCase(unittest.TestCase):
         """Compares sizes and bytes; saves both where pictures go when they differ."""
         if whole(picture) == whole(expected):
             return
-        save_picture(picture, name + "-is")
-        save_picture(expected, name + "-should-be")
+        save_picture(picture, f"failed/{name}-is")
+        save_picture(expected, f"failed/{name}-should-be")
         self.assertEqual(picture.size, expected.size)
         self.fail(f"the pixels differ; see {name}-is.png and {name}-should-be.png")
 
@@ -88,5 +88,6 @@ def save_picture(picture, name):
     """Keeps a picture for people to look at, where the build says."""
     folder = os.environ.get("TROVEL_PICTURES")
     if folder:
-        os.makedirs(folder, exist_ok=True)
-        picture.save(os.path.join(folder, name + ".png"))
+        path = os.path.join(folder, name + ".png")
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        picture.save(path)

@@ -6,6 +6,7 @@ from Xlib.protocol import event
 
 BUTTONS = X.Button1Mask | X.Button2Mask | X.Button3Mask | X.Button4Mask | X.Button5Mask
 _ROWS_A_REQUEST = 256
+_ADD_STATE, _FROM_A_PAGER = 1, 2
 
 
 class Observer:
@@ -76,11 +77,12 @@ class Observer:
 
     def activate(self, window):
         """Brings `window` to the front as a task bar would."""
-        from_a_pager = 2
-        message = event.ClientMessage(window=window, client_type=self.atom("_NET_ACTIVE_WINDOW"),
-                                      data=(32, [from_a_pager, X.CurrentTime, 0, 0, 0]))
-        self.root.send_event(message, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
-        self.display.flush()
+        self._ask_manager(window, "_NET_ACTIVE_WINDOW", [_FROM_A_PAGER, X.CurrentTime, 0, 0, 0])
+
+    def fill_screen(self, window):
+        """Makes `window` a full-screen one, as its own menu would."""
+        state = self.atom("_NET_WM_STATE_FULLSCREEN")
+        self._ask_manager(window, "_NET_WM_STATE", [_ADD_STATE, state, 0, _FROM_A_PAGER, 0])
 
     def title(self, window):
         """The name that `window` shows; empty when it has none."""
@@ -143,6 +145,12 @@ class Observer:
     def window_manager_is_up(self):
         check = self._root_property("_NET_SUPPORTING_WM_CHECK")
         return bool(check) and self._children() is not None
+
+    def _ask_manager(self, window, wish, numbers):
+        message = event.ClientMessage(window=window, client_type=self.atom(wish),
+                                      data=(32, numbers))
+        self.root.send_event(message, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.display.flush()
 
     def _children(self):
         found = []

@@ -3,7 +3,8 @@
 Run as `python3 -m harness.target FILE`, which holds a JSON object: "journal", the file that gets
 one JSON object a line, and "windows", a list of objects with "instance", "class", "title" and
 "rectangle". They may have "shown" (another title to show), "pid" (another than the process's own),
-"cursor" (a glyph of the cursor font) and "paste" (read the picture on the clipboard on Control+V).
+"cursor" (a glyph of the cursor font), "paste" (read the picture on the clipboard on Control+V) and
+"shadow" (widths of what the window draws around itself: left, right, top, bottom).
 """
 
 import hashlib
@@ -97,6 +98,9 @@ class Target:
         window.set_wm_class(description["instance"], description["class"])
         window.change_property(self._display.intern_atom("_NET_WM_PID"), Xatom.CARDINAL, 32,
                                [description.get("pid", os.getpid())])
+        if "shadow" in description:
+            window.change_property(self._display.intern_atom("_GTK_FRAME_EXTENTS"),
+                                   Xatom.CARDINAL, 32, description["shadow"])
 
 
 if __name__ == "__main__":
