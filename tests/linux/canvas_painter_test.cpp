@@ -130,9 +130,9 @@ protected:
 };
 
 TEST_P(CanvasPainterTest, AllStepsOfADragLookAsIfPaintedAtOnce) {
-    std::mt19937 random(3);
+    std::mt19937 engine(3);
     auto const pixel = [&](std::int64_t limit) {
-        return std::uniform_int_distribution<std::int64_t>(-20, limit + 20)(random);
+        return std::uniform_int_distribution<std::int64_t>(-20, limit + 20)(engine);
     };
     Operations const plain{dimming()};
     auto const painter = this->painter(plain);
@@ -153,8 +153,8 @@ TEST_P(CanvasPainterTest, AllStepsOfADragLookAsIfPaintedAtOnce) {
 }
 
 TEST_P(CanvasPainterTest, AnyTwoDrawingsFollowOneAnother) {
-    std::mt19937 random(11);
-    auto const any = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };
+    std::mt19937 engine(11);
+    auto const any = [&](int limit) { return static_cast<int>(engine() % unsigned(limit)); };
     auto const randomRect = [&] {
         return Rect{(any(400) - 20) / scale(), (any(300) - 20) / scale(), any(300) / scale(),
                     any(200) / scale()};

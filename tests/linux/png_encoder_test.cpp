@@ -29,11 +29,11 @@ struct Picture {
 /// highest byte, which means nothing, is never empty.
 Picture picture(int width, int height, bool noise, std::size_t padding = 0) {
     Picture result{width, height, static_cast<std::size_t>(width) + padding, {}};
-    std::mt19937 random(static_cast<unsigned>(width * 31 + height));
+    std::mt19937 engine(static_cast<unsigned>(width * 31 + height));
     for (int y = 0; y < height; ++y) {
         for (std::size_t x = 0; x < result.stride; ++x) {
             auto const flat = static_cast<std::uint32_t>((x / 7 % 5) * 0x102030 + unsigned(y) / 3);
-            auto const value = noise ? static_cast<std::uint32_t>(random()) : flat;
+            auto const value = noise ? static_cast<std::uint32_t>(engine()) : flat;
             result.pixels.push_back(value | 0x5a000000U);
         }
     }
