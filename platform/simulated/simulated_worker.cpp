@@ -9,11 +9,17 @@ void SimulatedWorker::run(Task task) {
     // One task after the other: a task that was given while another runs begins when that has
     // ended.
     lastEnd_ = std::max(lastEnd_, queue_.now()) + latency_;
-    queue_.after(lastEnd_ - queue_.now(), [this, task = std::move(task)] {
-        isRunningTask_ = true;
-        task();
-        isRunningTask_ = false;
-    });
+    if (lastEnd_ == queue_.now()) {
+        perform(task);
+    } else {
+        queue_.after(lastEnd_ - queue_.now(), [this, task = std::move(task)] { perform(task); });
+    }
+}
+
+void SimulatedWorker::perform(Task const& task) {
+    bool const wasRunningTask = std::exchange(isRunningTask_, true);
+    task();
+    isRunningTask_ = wasRunningTask;
 }
 
 } // namespace trovel

@@ -14,13 +14,16 @@ public:
 
     void run(Task task) override;
 
-    /// How long each task takes from now on.
+    /// How long each task takes from now on. A task that takes no time at all is through before
+    /// run() returns, as it may be on a thread of its own.
     void setLatency(MainQueue::Duration latency) { latency_ = latency; }
 
     /// Whether a task is running, that is, whether the code that asks is off the main thread.
     [[nodiscard]] bool isRunningTask() const { return isRunningTask_; }
 
 private:
+    void perform(Task const& task);
+
     VirtualQueue& queue_;
     MainQueue::Duration latency_ = std::chrono::milliseconds(20);
     MainQueue::Duration lastEnd_ = MainQueue::Duration::zero();

@@ -157,7 +157,8 @@ void RandomUser::changeGrant() {
 }
 
 void RandomUser::changeLatency() {
-    desktop_.worker.setLatency(std::chrono::milliseconds(random_.between(0, 3000)));
+    auto const latency = random_.chance(300) ? 0 : random_.between(1, 3000);
+    desktop_.worker.setLatency(std::chrono::milliseconds(latency));
 }
 
 Point RandomUser::anyPoint() {

@@ -256,6 +256,21 @@ TEST_F(SimulatedDesktopTest, WorkerTasksTakeTheirTimeOneAfterTheOther) {
     EXPECT_THAT(ends, ElementsAre(30ms, 60ms));
 }
 
+TEST_F(SimulatedDesktopTest, AWorkerTaskThatTakesNoTimeIsThroughAtOnceUnlessAnotherRuns) {
+    bool ran = false;
+    desktop.worker.setLatency(30ms);
+    platform.worker.run([] {});
+    desktop.worker.setLatency(0ms);
+    platform.worker.run([&] { ran = true; });
+    EXPECT_FALSE(ran);
+    desktop.queue.advance(30ms);
+    EXPECT_TRUE(ran);
+    ran = false;
+    platform.worker.run([&] { ran = desktop.worker.isRunningTask(); });
+    EXPECT_TRUE(ran);
+    EXPECT_FALSE(desktop.worker.isRunningTask());
+}
+
 TEST_F(SimulatedDesktopTest, AnAlertLastsAsLongAsTheUserReads) {
     desktop.alerts.setReadingTime(700ms);
     platform.alerts.runModal({"Trovel", "Text.", AlertStyle::informational, {"OK"}});
