@@ -58,7 +58,7 @@ class Display:
         self.run(["xdotool", "mousemove", str(self.width - 37), str(self.height // 2 + 33)])
 
     def _environment(self):
-        env = {k: v for k, v in os.environ.items() if k in ("PATH", "LANG", "TERM")}
+        env = {k: v for k, v in os.environ.items() if k in ("PATH", "LANG", "TERM", "FREEZE_OWNER")}
         home = self.folder + "/home"
         env.update(
             HOME=home, XDG_CONFIG_HOME=home + "/.config", XDG_CACHE_HOME=home + "/.cache",
