@@ -94,7 +94,7 @@ class Display:
         wallpaper = f"{self.folder}/wallpaper.ppm"
         size = f"{self.width}x{self.height}"
         self.run(["convert", "-size", size, "-seed", "7", "plasma:steelblue-tan", wallpaper])
-        self.run(["display", "-window", "root", wallpaper])
+        self.run(["hsetroot", "-fill", wallpaper])
         columns, rows = self.width // 3, self.height // 2
         for i in range(6):
             dark = i % 2 == 0

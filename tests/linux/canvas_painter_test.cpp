@@ -34,10 +34,22 @@ public:
 
     [[nodiscard]] xcb_pixmap_t pixmap() const { return pixmap_; }
 
-    void copyFrom(xcb_pixmap_t source) {
+    /// Shows the canvas's part of a picture of the desktop.
+    void copyFrom(xcb_pixmap_t desktop) {
         auto const gc = xcb_generate_id(x_.get());
         xcb_create_gc(x_.get(), gc, pixmap_, 0, nullptr);
-        xcb_copy_area(x_.get(), source, pixmap_, gc, 0, 0, 0, 0, kArea.width, kArea.height);
+        xcb_copy_area(x_.get(), desktop, pixmap_, gc, kArea.x, kArea.y, 0, 0, kArea.width,
+                      kArea.height);
+        xcb_free_gc(x_.get(), gc);
+    }
+
+    /// Shows something that no canvas shows.
+    void spoil() {
+        auto const gc = xcb_generate_id(x_.get());
+        std::uint32_t const color = 0x00ff00;
+        xcb_create_gc(x_.get(), gc, pixmap_, XCB_GC_FOREGROUND, &color);
+        xcb_rectangle_t const all{0, 0, kArea.width, kArea.height};
+        xcb_poly_fill_rectangle(x_.get(), pixmap_, gc, 1, &all);
         xcb_free_gc(x_.get(), gc);
     }
 
@@ -107,17 +119,16 @@ protected:
         return operations;
     }
 
-    [[nodiscard]] std::unique_ptr<CanvasPainter> painter(Operations const& first) {
-        return std::make_unique<CanvasPainter>(*x_, *render_, text_, *snapshot_, kArea, first);
+    /// A painter on a target that shows anything but the desktop.
+    [[nodiscard]] std::unique_ptr<CanvasPainter> painter(TestTarget& target) {
+        return std::make_unique<CanvasPainter>(*x_, *render_, text_, *snapshot_, kArea,
+                                               target.pixmap(), CanvasPainter::Ground::unknown);
     }
 
     /// The whole drawing on a target that knows nothing of earlier ones.
     [[nodiscard]] std::vector<std::uint32_t> paintedAtOnce(Operations const& operations) {
         TestTarget target(*x_);
-        auto const fresh = painter({});
-        target.copyFrom(fresh->backdrop());
-        fresh->setTarget(target.pixmap());
-        fresh->show(operations);
+        painter(target)->show(operations);
         return target.pixels();
     }
 
@@ -135,10 +146,8 @@ TEST_P(CanvasPainterTest, AllStepsOfADragLookAsIfPaintedAtOnce) {
         return std::uniform_int_distribution<std::int64_t>(-20, limit + 20)(engine);
     };
     Operations const plain{dimming()};
-    auto const painter = this->painter(plain);
     TestTarget target(*x_);
-    target.copyFrom(painter->backdrop());
-    painter->setTarget(target.pixmap());
+    auto const painter = this->painter(target);
     painter->show(plain);
     ASSERT_EQ(target.pixels(), paintedAtOnce(plain));
     for (int step = 0; step < 60; ++step) {
@@ -176,10 +185,8 @@ TEST_P(CanvasPainterTest, AnyTwoDrawingsFollowOneAnother) {
                                      {kText.font, randomColor()}};
         }
     };
-    auto const painter = this->painter({dimming()});
     TestTarget target(*x_);
-    target.copyFrom(painter->backdrop());
-    painter->setTarget(target.pixmap());
+    auto const painter = this->painter(target);
     Operations shown{dimming()};
     for (int step = 0; step < 60; ++step) {
         if (!shown.empty() && any(2) == 0) {
@@ -224,14 +231,24 @@ TEST_P(CanvasPainterTest, TheDesktopShowsThroughTheHoleUnchangedAndDimmedAroundI
     }
 }
 
+TEST_P(CanvasPainterTest, ATargetThatShowsTheDesktopAlreadyIsOnlyDimmed) {
+    TestTarget target(*x_);
+    target.copyFrom(snapshot_->pixmap());
+    CanvasPainter painter(*x_, *render_, text_, *snapshot_, kArea, target.pixmap(),
+                          CanvasPainter::Ground::snapshot);
+    painter.show({dimming()});
+    EXPECT_EQ(target.pixels(), paintedAtOnce({dimming()}));
+    auto const operations = selection({50 / scale(), 60 / scale(), 200 / scale(), 120 / scale()});
+    painter.show(operations);
+    EXPECT_EQ(target.pixels(), paintedAtOnce(operations));
+}
+
 TEST_P(CanvasPainterTest, ACoveredPartIsPaintedAnew) {
     auto const operations = selection({50 / scale(), 60 / scale(), 200 / scale(), 120 / scale()});
-    auto const painter = this->painter({dimming()});
     TestTarget target(*x_);
-    target.copyFrom(painter->backdrop());
-    painter->setTarget(target.pixmap());
+    auto const painter = this->painter(target);
     painter->show(operations);
-    target.copyFrom(painter->backdrop()); // what the server does where a window was covered
+    target.spoil(); // as whatever covered the window leaves it
     painter->repaint({0, 0, 150, kArea.height});
     painter->repaint({150, 0, kArea.width - 150, kArea.height});
     EXPECT_EQ(target.pixels(), paintedAtOnce(operations));

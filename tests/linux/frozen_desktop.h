@@ -18,9 +18,11 @@
 #include <poll.h>
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace trovel {
@@ -50,6 +52,39 @@ private:
     std::vector<Task> tasks_;
 };
 
+/// A queue for what happens now, in which a block of half a minute or more from now waits until the
+/// test lets it run.
+class ImpatientQueue final : public MainQueue {
+public:
+    explicit ImpatientQueue(MainQueueLinux& now) : now_(now) {}
+    ~ImpatientQueue() = default;
+    void post(Block block) override { now_.post(std::move(block)); }
+    void after(Duration delay, Block block) override {
+        if (delay >= std::chrono::seconds(30)) {
+            late_.emplace_back(delay, std::move(block));
+        } else {
+            now_.after(delay, std::move(block));
+        }
+    }
+    Registration every(Duration interval, Block block) override {
+        return now_.every(interval, std::move(block));
+    }
+    /// Lets the blocks run that wait for at most that long.
+    void runLate(Duration delay) {
+        for (auto const& [due, block] : std::exchange(late_, {})) {
+            if (due <= delay) {
+                block();
+            } else {
+                late_.emplace_back(due, block);
+            }
+        }
+    }
+
+private:
+    MainQueueLinux& now_;
+    std::vector<std::pair<Duration, Block>> late_;
+};
+
 /// The parts of the backend that an overlay is made of, on a connection to the display of the test.
 struct FrozenDesktop {
     std::unique_ptr<XcbConnection> x = XcbConnection::open();
@@ -58,7 +93,8 @@ struct FrozenDesktop {
     LocalEventMonitors monitors;
     HotkeyServiceLinux hotkeys{*x};
     InputGrab grab{*x, queue};
-    OverlayHost overlays{*x, queue, hotkeys, monitors, grab};
+    ImpatientQueue impatientQueue{queue};
+    OverlayHost overlays{*x, impatientQueue, hotkeys, monitors, grab};
     CursorsLinux cursors{*x, grab};
     ScreensLinux screens{*x};
     ScreenCapturerLinux capturer{overlays, worker};

@@ -2,6 +2,7 @@
 
 #include "platform/linux/captured_image.h"
 #include "platform/linux/xcb/connection.h"
+#include "platform/linux/xcb/pixel_reader.h"
 #include "tests/linux/frozen_desktop.h"
 #include "tests/linux/other_program.h"
 
@@ -14,6 +15,8 @@
 
 namespace trovel {
 namespace {
+
+using namespace std::chrono_literals;
 
 using testing::ElementsAre;
 
@@ -181,7 +184,7 @@ TEST_F(ScreenCapturerLinuxTest, ACropOfACropHasThePixelsToo) {
     EXPECT_FALSE(image->croppedTo({200, 0, 5, 5}));
 }
 
-TEST_F(ScreenCapturerLinuxTest, NothingStaysOnTheServerAfterASession) {
+TEST_F(ScreenCapturerLinuxTest, HalfAMinuteAfterTheLastSessionNothingStaysOnTheServer) {
     desktop_.capturer.sessionWillBegin();
     desktop_.settle();
     auto const pixmap = desktop_.overlays.snapshot()->pixmap();
@@ -193,7 +196,38 @@ TEST_F(ScreenCapturerLinuxTest, NothingStaysOnTheServerAfterASession) {
     desktop_.capturer.sessionDidEnd();
     EXPECT_EQ(desktop_.overlays.snapshot(), nullptr);
     desktop_.settle();
+    EXPECT_TRUE(isThere()) << "a next session may use the memory again";
+    desktop_.capturer.sessionWillBegin();
+    EXPECT_EQ(desktop_.overlays.snapshot()->pixmap(), pixmap);
+    desktop_.impatientQueue.runLate(30s);
+    desktop_.settle();
+    EXPECT_TRUE(isThere()) << "the half minute began anew";
+    desktop_.capturer.sessionDidEnd();
+    desktop_.impatientQueue.runLate(29s);
+    desktop_.settle();
+    EXPECT_TRUE(isThere());
+    desktop_.impatientQueue.runLate(30s);
+    desktop_.settle();
     EXPECT_FALSE(isThere());
+}
+
+TEST_F(ScreenCapturerLinuxTest, EachSessionTakesThePictureAnew) {
+    desktop_.capturer.sessionWillBegin();
+    desktop_.capturer.sessionDidEnd();
+    auto& x = other_.connection();
+    auto const gc = xcb_generate_id(x.get());
+    std::uint32_t const color = 0x123456;
+    xcb_create_gc(x.get(), gc, x.root(), XCB_GC_FOREGROUND, &color);
+    xcb_rectangle_t const spot{10, 10, 1, 1};
+    xcb_poly_fill_rectangle(x.get(), x.root(), gc, 1, &spot);
+    static_cast<void>(x.reply<xcb_get_input_focus_reply>(xcb_get_input_focus(x.get())));
+    desktop_.capturer.sessionWillBegin();
+    desktop_.settle();
+    auto const pixels =
+        readPixels(*desktop_.x, desktop_.overlays.snapshot()->pixmap(), {10, 10, 1, 1});
+    ASSERT_TRUE(pixels);
+    EXPECT_EQ(*reinterpret_cast<std::uint32_t const*>(pixels->rows.data) & 0xffffffU, color);
+    desktop_.capturer.sessionDidEnd();
 }
 
 class WithoutSharedMemoryTest : public ScreenCapturerLinuxTest {

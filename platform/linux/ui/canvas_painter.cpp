@@ -33,59 +33,35 @@ bool coverAlike(CanvasOperation const& a, CanvasOperation const& b) {
 } // namespace
 
 CanvasPainter::CanvasPainter(XcbConnection& x, XcbRender& render, TextRasterizer& text,
-                             Snapshot const& snapshot, PixelRect const& area,
-                             std::vector<CanvasOperation> const& first)
+                             Snapshot const& snapshot, PixelRect const& area, xcb_drawable_t target,
+                             Ground ground)
     : x_(x), render_(render), text_(text), snapshot_(snapshot), area_(area),
-      bounds_{0, 0, area.width, area.height}, backdrop_(xcb_generate_id(x.get())),
-      gc_(xcb_generate_id(x.get())) {
-    auto* const c = x.get();
-    xcb_create_pixmap(c, x.screen().root_depth, backdrop_, x.root(),
-                      static_cast<std::uint16_t>(area.width),
-                      static_cast<std::uint16_t>(area.height));
+      bounds_{0, 0, area.width, area.height}, target_(target), ground_(ground),
+      gc_(xcb_generate_id(x.get())), picture_(render.makePicture(target)) {
     std::uint32_t const noExposures = 0;
-    xcb_create_gc(c, gc_, backdrop_, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
-    target_ = backdrop_;
-    copy(bounds_, snapshot.pixmap(), area.x, area.y);
-    if (!first.empty() && isLeadingFill(first.front())) {
-        picture_ = render_.makePicture(backdrop_);
-        paintOperation(first.front(), bounds_);
-        render_.freePicture(std::exchange(picture_, 0));
-        leadingFill_ = first.front();
-        shown_ = {first.front()};
-    }
-    target_ = 0;
+    xcb_create_gc(x.get(), gc_, target, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
 }
 
 CanvasPainter::~CanvasPainter() {
     render_.freePicture(picture_);
     sprites_.clear();
     xcb_free_gc(x_.get(), gc_);
-    xcb_free_pixmap(x_.get(), backdrop_);
-}
-
-void CanvasPainter::setTarget(xcb_drawable_t target) {
-    render_.freePicture(picture_);
-    target_ = target;
-    picture_ = render_.makePicture(target);
 }
 
 void CanvasPainter::show(std::vector<CanvasOperation> operations) {
-    auto const changed = changedRegion(shown_, operations);
+    auto const ground = std::exchange(ground_, Ground::unknown);
+    // What was never painted is unknown everywhere, whatever the operations cover.
+    auto const changed = isPainted_ || ground == Ground::snapshot
+                             ? changedRegion(shown_, operations)
+                             : PixelRegion(bounds_);
+    isPainted_ = true;
     shown_ = std::move(operations);
-    paint(changed);
+    paint(changed, ground);
     dropUnusedSprites();
 }
 
 void CanvasPainter::repaint(PixelRect const& part) {
-    bool const isBackdropAlone = shown_.size() == 1 && leadingFill_ == shown_.front();
-    if (!isBackdropAlone) paint(part);
-}
-
-bool CanvasPainter::isLeadingFill(CanvasOperation const& operation) const {
-    auto const* const fill = std::get_if<FillRectOperation>(&operation);
-    return fill != nullptr && fill->operation == CompositingOperation::sourceOver &&
-           intersection(nearestPixelRect(fill->rect, text_.scale(), bounds_.height), bounds_) ==
-               bounds_;
+    paint(part, Ground::unknown);
 }
 
 PixelRegion CanvasPainter::frameShape(StrokeRectOperation const& stroke) const {
@@ -189,22 +165,17 @@ void CanvasPainter::dropUnusedSprites() {
     });
 }
 
-void CanvasPainter::paint(PixelRegion const& region) {
+void CanvasPainter::paint(PixelRegion const& region, Ground ground) {
     // From the front to the back: what an opaque operation covers, those behind it leave alone.
     auto left = region.intersectedWith(bounds_);
     std::vector<PixelRegion> parts(shown_.size());
-    std::size_t const first = !shown_.empty() && leadingFill_ == shown_.front() ? 1 : 0;
-    for (auto i = shown_.size(); i-- > first;) {
+    for (auto i = shown_.size(); i-- > 0;) {
         auto const shape = shapeOf(shown_[i]);
         parts[i] = left.intersectedWith(shape);
         if (isOpaque(shown_[i])) left.subtract(shape);
     }
-    if (first == 1) {
-        copy(left, backdrop_, 0, 0);
-    } else {
-        copy(left, snapshot_.pixmap(), area_.x, area_.y);
-    }
-    for (auto i = first; i < shown_.size(); ++i) {
+    if (ground == Ground::unknown) copySnapshot(left);
+    for (std::size_t i = 0; i < shown_.size(); ++i) {
         if (!parts[i].isEmpty()) paintOperation(shown_[i], parts[i]);
     }
 }
@@ -218,7 +189,7 @@ void CanvasPainter::paintOperation(CanvasOperation const& operation, PixelRegion
     std::visit(Overloaded{[&](FillRectOperation const& fill) {
                               // The canvas lies on the desktop: where it is cleared, that shows.
                               if (fill.operation == CompositingOperation::copy) {
-                                  copy(region, snapshot_.pixmap(), area_.x, area_.y);
+                                  copySnapshot(region);
                               }
                               if (fill.color.alpha > 0) render_.fill(picture_, region, fill.color);
                           },
@@ -230,13 +201,13 @@ void CanvasPainter::paintOperation(CanvasOperation const& operation, PixelRegion
                operation);
 }
 
-void CanvasPainter::copy(PixelRegion const& region, xcb_pixmap_t from, std::int64_t fromX,
-                         std::int64_t fromY) {
+void CanvasPainter::copySnapshot(PixelRegion const& region) {
     for (auto const& rect : region.rects()) {
-        xcb_copy_area(x_.get(), from, target_, gc_, static_cast<std::int16_t>(rect.x + fromX),
-                      static_cast<std::int16_t>(rect.y + fromY), static_cast<std::int16_t>(rect.x),
-                      static_cast<std::int16_t>(rect.y), static_cast<std::uint16_t>(rect.width),
-                      static_cast<std::uint16_t>(rect.height));
+        xcb_copy_area(
+            x_.get(), snapshot_.pixmap(), target_, gc_, static_cast<std::int16_t>(rect.x + area_.x),
+            static_cast<std::int16_t>(rect.y + area_.y), static_cast<std::int16_t>(rect.x),
+            static_cast<std::int16_t>(rect.y), static_cast<std::uint16_t>(rect.width),
+            static_cast<std::uint16_t>(rect.height));
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -24,27 +25,22 @@ class XcbConnection;
 /// What lies under an opaque operation is not painted at all, so nothing flickers.
 class CanvasPainter {
 public:
-    /// A canvas over `area` of the snapshot. What is handed in outlives the painter. `first` is
-    /// what will be shown first: when it begins with a fill of the whole canvas, the backdrop has
-    /// that fill already.
+    /// What the target shows before anything was painted on it.
+    enum class Ground : std::uint8_t { unknown, snapshot };
+
+    /// A canvas over `area` of the snapshot, on a target of the root's depth. What is handed in
+    /// outlives the painter. A target that shows the snapshot already saves painting it there.
     CanvasPainter(XcbConnection& x, XcbRender& render, TextRasterizer& text,
-                  Snapshot const& snapshot, PixelRect const& area,
-                  std::vector<CanvasOperation> const& first);
+                  Snapshot const& snapshot, PixelRect const& area, xcb_drawable_t target,
+                  Ground ground);
     CanvasPainter(CanvasPainter const&) = delete;
     CanvasPainter& operator=(CanvasPainter const&) = delete;
     ~CanvasPainter();
 
-    /// A pixmap of the canvas's size: the part of the snapshot with the leading fill laid over it.
-    [[nodiscard]] xcb_pixmap_t backdrop() const { return backdrop_; }
-
-    /// Paints on `target` from now on, which shows the backdrop and is of the root's depth.
-    void setTarget(xcb_drawable_t target);
-
     /// Brings the target from the last recording to this one.
     void show(std::vector<CanvasOperation> operations);
 
-    /// Paints that part anew: something else had covered it, and the target's own background, the
-    /// backdrop, has taken its place.
+    /// Paints that part anew: something else had covered it.
     void repaint(PixelRect const& part);
 
 private:
@@ -56,7 +52,6 @@ private:
         std::unique_ptr<ServerBitmap> bitmap;
     };
 
-    [[nodiscard]] bool isLeadingFill(CanvasOperation const& operation) const;
     [[nodiscard]] PixelRegion shapeOf(CanvasOperation const& operation);
     [[nodiscard]] PixelRect placeOf(CanvasOperation const& operation);
     [[nodiscard]] PixelRegion frameShape(StrokeRectOperation const& stroke) const;
@@ -67,9 +62,9 @@ private:
     [[nodiscard]] std::optional<CanvasOperation> spriteKey(CanvasOperation const& operation) const;
     Sprite const& spriteFor(CanvasOperation const& operation);
     void dropUnusedSprites();
-    void paint(PixelRegion const& region);
+    void paint(PixelRegion const& region, Ground ground);
     void paintOperation(CanvasOperation const& operation, PixelRegion const& region);
-    void copy(PixelRegion const& region, xcb_pixmap_t from, std::int64_t fromX, std::int64_t fromY);
+    void copySnapshot(PixelRegion const& region);
 
     XcbConnection& x_;
     XcbRender& render_;
@@ -77,11 +72,11 @@ private:
     Snapshot const& snapshot_;
     PixelRect area_;
     PixelRect bounds_;
-    xcb_pixmap_t backdrop_;
+    xcb_drawable_t target_;
+    Ground ground_;
+    bool isPainted_ = false;
     xcb_gcontext_t gc_;
-    xcb_drawable_t target_ = 0;
-    xcb_render_picture_t picture_ = 0;
-    std::optional<CanvasOperation> leadingFill_;
+    xcb_render_picture_t picture_;
     std::vector<CanvasOperation> shown_;
     std::vector<Sprite> sprites_;
 };

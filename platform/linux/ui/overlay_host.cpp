@@ -9,6 +9,8 @@
 #include "platform/ui/window.h"
 
 #include <algorithm>
+#include <chrono>
+#include <string>
 #include <utility>
 
 namespace trovel {
@@ -17,6 +19,9 @@ namespace {
 
 constexpr xcb_button_t kLeftButton = 1;
 constexpr xcb_button_t kRightButton = 3;
+
+// As long as an overlay may be up at the most: nobody waits for this program after that.
+constexpr std::chrono::seconds kSnapshotMemoryKept{30};
 
 template <class Event>
 Event const& as(xcb_generic_event_t const& event) {
@@ -48,7 +53,17 @@ OverlayHost::~OverlayHost() {
 void OverlayHost::beginSession() {
     ++sessions_;
     grab_.begin();
-    if (!snapshot_) snapshot_ = std::make_unique<Snapshot>(x_);
+    if (sessions_ > 1 || isShowing()) return;
+    lastSnapshotUse_.reset();
+    if (snapshot_) {
+        snapshot_->retake();
+    } else {
+        snapshot_ = std::make_unique<Snapshot>(x_);
+    }
+}
+
+Snapshot const* OverlayHost::snapshot() const {
+    return sessions_ > 0 || isShowing() ? snapshot_.get() : nullptr;
 }
 
 void OverlayHost::endSession() {
@@ -95,7 +110,19 @@ void OverlayHost::releaseInput() {
 }
 
 void OverlayHost::dropUnneeded() {
-    if (sessions_ <= 0 && !isShowing()) snapshot_.reset();
+    if (sessions_ > 0 || isShowing()) return;
+    // Kept for a while: fresh memory costs the server more time than the picture itself.
+    lastSnapshotUse_ = std::make_shared<int>();
+    mainQueue_.after(kSnapshotMemoryKept, [this, use = std::weak_ptr(lastSnapshotUse_)] {
+        if (use.lock()) snapshot_.reset();
+    });
+}
+
+bool OverlayHost::hasCompositor() {
+    auto const manager = x_.atom("_NET_WM_CM_S" + std::to_string(x_.screenNumber()));
+    auto const answer =
+        x_.reply<xcb_get_selection_owner_reply>(xcb_get_selection_owner(x_.get(), manager));
+    return !answer || answer->owner != XCB_WINDOW_NONE;
 }
 
 void OverlayHost::schedulePainting() {
@@ -141,8 +168,7 @@ void OverlayHost::handle(xcb_generic_event_t const& event) {
     case XCB_EXPOSE: {
         auto const& expose = as<xcb_expose_event_t>(event);
         for (auto* const peer : peers_) {
-            if (peer->nativeWindow() != expose.window) continue;
-            peer->repaint({expose.x, expose.y, expose.width, expose.height});
+            if (peer->nativeWindow() == expose.window) peer->exposed(expose);
         }
         return;
     }

@@ -43,7 +43,7 @@ public:
     void endSession();
 
     /// The picture of the running session; null outside of one.
-    [[nodiscard]] Snapshot const* snapshot() const { return snapshot_.get(); }
+    [[nodiscard]] Snapshot const* snapshot() const;
 
     /// A mirror of an overlay window, whose content view is a canvas over a whole screen.
     [[nodiscard]] std::unique_ptr<WindowPeer> makePeer(Window& window);
@@ -78,6 +78,7 @@ private:
     void dropUnneeded();
     [[nodiscard]] OverlayPeer* peerUnder(int rootX, int rootY) const;
     [[nodiscard]] bool isShowing() const;
+    [[nodiscard]] bool hasCompositor();
 
     XcbConnection& x_;
     MainQueue& mainQueue_;
@@ -87,6 +88,7 @@ private:
     XcbRender render_;
     int sessions_ = 0;
     std::unique_ptr<Snapshot> snapshot_;
+    std::shared_ptr<int> lastSnapshotUse_; // lets the block of a later use drop the memory
     std::map<double, std::unique_ptr<TextRasterizer>> rasterizers_;
     std::vector<OverlayPeer*> peers_;
     OverlayPeer* keyPeer_ = nullptr;

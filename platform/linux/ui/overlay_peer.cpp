@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace trovel {
 
@@ -78,10 +79,9 @@ void OverlayPeer::createNative() {
     text_ = &host_.rasterizer(monitor_->scale);
 
     auto& x = host_.x_;
-    auto operations = record(*text_);
-    painter_.emplace(x, host_.render_, *text_, *snapshot, monitor_->area, operations);
     native_ = xcb_generate_id(x.get());
-    std::uint32_t const values[] = {painter_->backdrop(), /*override_redirect=*/1,
+    // Without a background the server leaves what is on the screen: nothing flickers.
+    std::uint32_t const values[] = {XCB_BACK_PIXMAP_NONE, /*override_redirect=*/1,
                                     XCB_EVENT_MASK_EXPOSURE};
     auto const& area = monitor_->area;
     xcb_create_window(x.get(), XCB_COPY_FROM_PARENT, native_, x.root(),
@@ -95,8 +95,13 @@ void OverlayPeer::createNative() {
     xcb_change_property(x.get(), XCB_PROP_MODE_REPLACE, native_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
                         8, std::size(kClass), kClass.data());
     xcb_map_window(x.get(), native_);
-    painter_->setTarget(native_);
-    painter_->show(std::move(operations));
+    // A compositor gives the window pixels of its own; else it has those of the screen, which the
+    // snapshot was just taken of.
+    auto const ground =
+        host_.hasCompositor() ? CanvasPainter::Ground::unknown : CanvasPainter::Ground::snapshot;
+    painter_.emplace(x, host_.render_, *text_, *snapshot, area, native_, ground);
+    painter_->show(record(*text_));
+    isMappingExposed_ = false;
     needsDisplay_ = false;
 }
 
@@ -114,8 +119,13 @@ void OverlayPeer::paintIfNeeded() {
     painter_->show(record(*text_));
 }
 
-void OverlayPeer::repaint(PixelRect const& part) {
-    if (isShown()) painter_->repaint(part);
+void OverlayPeer::exposed(xcb_expose_event_t const& expose) {
+    if (!isShown()) return;
+    // The mapping exposes the whole window, which has been painted by then.
+    bool const isWhole =
+        expose.width == monitor_->area.width && expose.height == monitor_->area.height;
+    if (isWhole && std::exchange(isMappingExposed_, true) == false) return;
+    painter_->repaint({expose.x, expose.y, expose.width, expose.height});
 }
 
 } // namespace trovel

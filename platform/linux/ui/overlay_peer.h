@@ -35,7 +35,7 @@ public:
     [[nodiscard]] std::optional<Monitor> const& monitor() const { return monitor_; }
 
     void paintIfNeeded();
-    void repaint(PixelRect const& part);
+    void exposed(xcb_expose_event_t const& expose);
 
 private:
     void show();
@@ -49,6 +49,7 @@ private:
     std::optional<CanvasPainter> painter_;
     TextRasterizer* text_ = nullptr;
     bool needsDisplay_ = false;
+    bool isMappingExposed_ = false;
 };
 
 } // namespace trovel

@@ -38,11 +38,11 @@ std::unique_ptr<XcbConnection> XcbConnection::open() {
         xcb_prefetch_extension_data(connection, id);
     }
     xcb_prefetch_maximum_request_length(connection);
-    return std::unique_ptr<XcbConnection>(new XcbConnection(connection, screen));
+    return std::unique_ptr<XcbConnection>(new XcbConnection(connection, screen, number));
 }
 
-XcbConnection::XcbConnection(xcb_connection_t* connection, xcb_screen_t* screen)
-    : connection_(connection), screen_(screen),
+XcbConnection::XcbConnection(xcb_connection_t* connection, xcb_screen_t* screen, int screenNumber)
+    : connection_(connection), screen_(screen), screenNumber_(screenNumber),
       eventHandlers_(std::make_shared<Handlers<EventHandler>>()),
       batchHandlers_(std::make_shared<Handlers<Handler>>()) {}
 

@@ -48,6 +48,8 @@ public:
 
     [[nodiscard]] xcb_connection_t* get() const { return connection_; }
     [[nodiscard]] xcb_screen_t const& screen() const { return *screen_; }
+    /// The number of that screen on the server.
+    [[nodiscard]] int screenNumber() const { return screenNumber_; }
     [[nodiscard]] xcb_window_t root() const { return screen_->root; }
     [[nodiscard]] bool isLost() const { return xcb_connection_has_error(connection_) != 0; }
 
@@ -95,7 +97,7 @@ private:
         std::uint64_t nextKey = 0;
     };
 
-    XcbConnection(xcb_connection_t* connection, xcb_screen_t* screen);
+    XcbConnection(xcb_connection_t* connection, xcb_screen_t* screen, int screenNumber);
 
     template <class Function>
     static Registration add(std::shared_ptr<Handlers<Function>> const& handlers, Function handler);
@@ -105,6 +107,7 @@ private:
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_;
+    int screenNumber_;
     std::map<std::string, xcb_atom_t, std::less<>> atoms_;
     std::shared_ptr<Handlers<EventHandler>> eventHandlers_;
     std::shared_ptr<Handlers<Handler>> batchHandlers_;

@@ -18,13 +18,16 @@ public:
     Snapshot& operator=(Snapshot const&) = delete;
     ~Snapshot();
 
+    /// Takes it anew, in the same memory if the desktop still has the same size.
+    void retake();
+
     [[nodiscard]] xcb_pixmap_t pixmap() const { return pixmap_; }
     /// The whole root window as it was.
     [[nodiscard]] PixelRect area() const { return area_; }
 
 private:
     XcbConnection& x_;
-    xcb_pixmap_t pixmap_;
+    xcb_pixmap_t pixmap_ = XCB_NONE;
     PixelRect area_;
 };
 
