@@ -71,15 +71,15 @@ void RegionSelectionController::finish(std::optional<SelectionResult> result) {
     if (std::exchange(finished_, true)) return;
     // In the next turn: this call may come out of an event of a window that is about to go. The
     // block takes everything along, for the controller may be released before it runs.
-    platform_.mainQueue.post(
-        [&cursors = platform_.cursors, windows = std::exchange(overlayWindows_, {}),
-         keyMonitor = std::make_shared<Registration>(std::move(keyMonitor_)),
-         completion = std::exchange(completion_, nullptr), result = std::move(result)] {
-            keyMonitor->reset();
-            cursors.pop();
-            for (auto const& window : windows) window->orderOut();
-            if (completion) completion(result);
-        });
+    platform_.mainQueue.post([&cursors = platform_.cursors,
+                              windows = std::exchange(overlayWindows_, {}),
+                              keyMonitor = std::make_shared<Registration>(std::move(keyMonitor_)),
+                              completion = std::exchange(completion_, nullptr), result] {
+        keyMonitor->reset();
+        cursors.pop();
+        for (auto const& window : windows) window->orderOut();
+        if (completion) completion(result);
+    });
 }
 
 } // namespace trovel

@@ -91,7 +91,7 @@ class Display:
                 file.write(text)
 
     def _fill(self):
-        wallpaper = f"{self.folder}/wallpaper.ppm"
+        wallpaper = f"{self.folder}/wallpaper.png"
         size = f"{self.width}x{self.height}"
         self.run(["convert", "-size", size, "-seed", "7", "plasma:steelblue-tan", wallpaper])
         self.run(["hsetroot", "-fill", wallpaper])

@@ -124,7 +124,7 @@ void OverlayPeer::exposed(xcb_expose_event_t const& expose) {
     // The mapping exposes the whole window, which has been painted by then.
     bool const isWhole =
         expose.width == monitor_->area.width && expose.height == monitor_->area.height;
-    if (isWhole && std::exchange(isMappingExposed_, true) == false) return;
+    if (isWhole && !std::exchange(isMappingExposed_, true)) return;
     painter_->repaint({expose.x, expose.y, expose.width, expose.height});
 }
 
