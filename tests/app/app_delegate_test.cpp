@@ -18,6 +18,10 @@ protected:
         desktop.preferences.store(kHasCompletedOnboarding, true);
         desktop.application.setDelegate(delegate.get());
     }
+    void TearDown() override {
+        // A registered hotkey keeps its delegate alive.
+        if (delegate) delegate->unregisterHotkey();
+    }
 
     int onboardings = 0;
     int permissionWindows = 0;
