@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/geometry.h"
+
+#include <functional>
+
+namespace trovel {
+
+class Canvas;
+
+/// An image that is drawn when and at whatever scale it is needed.
+struct DrawnImage {
+    Size size;
+    /// Draws into the whole of `rect`, y upward; answers whether it succeeded.
+    std::function<bool(Canvas& canvas, Rect rect)> draw;
+    /// Whether only its shape counts and the desktop colours it to fit what is behind it.
+    bool isTemplate = false;
+};
+
+} // namespace trovel
