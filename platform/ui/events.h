@@ -4,6 +4,7 @@
 #include "platform/key_codes.h"
 
 #include <cstdint>
+#include <string>
 
 namespace trovel {
 
@@ -24,6 +25,8 @@ struct KeyEvent {
     Kind kind = Kind::keyDown;
     KeyCode keyCode = 0;
     EventFlags modifierFlags = 0;
+    /// What the key types without its modifiers, UTF-8; "\r" for Return.
+    std::string characters;
 };
 
 } // namespace trovel

@@ -18,6 +18,14 @@ void Responder::rightMouseDown(MouseEvent const& event) {
     if (auto* next = nextResponder()) next->rightMouseDown(event);
 }
 
+void Responder::mouseEntered() {
+    if (auto* next = nextResponder()) next->mouseEntered();
+}
+
+void Responder::mouseExited() {
+    if (auto* next = nextResponder()) next->mouseExited();
+}
+
 void Responder::keyDown(KeyEvent const& event) {
     if (auto* next = nextResponder()) next->keyDown(event);
 }

@@ -19,6 +19,8 @@ public:
     virtual void mouseDragged(MouseEvent const& event);
     virtual void mouseUp(MouseEvent const& event);
     virtual void rightMouseDown(MouseEvent const& event);
+    virtual void mouseEntered();
+    virtual void mouseExited();
     virtual void keyDown(KeyEvent const& event);
     virtual void flagsChanged(KeyEvent const& event);
 

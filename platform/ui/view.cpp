@@ -13,12 +13,16 @@ View::~View() {
     for (auto const& view : subviews_) view->superview_ = nullptr;
 }
 
+void View::didChange() const {
+    if (auto* owner = window(); owner != nullptr && owner->peer_)
+        owner->peer_->viewDidChange(*this);
+}
+
 void View::addSubview(std::shared_ptr<View> view) {
     view->removeFromSuperview();
     view->superview_ = this;
     subviews_.push_back(std::move(view));
-    if (auto* owner = window(); owner != nullptr && owner->peer_)
-        owner->peer_->viewDidChange(*this);
+    didChange();
 }
 
 void View::removeFromSuperview() {
@@ -26,15 +30,43 @@ void View::removeFromSuperview() {
     if (parent == nullptr) return;
     auto const self = shared_from_this();
     std::erase(parent->subviews_, self);
-    if (auto* owner = parent->window(); owner != nullptr && owner->peer_) {
-        owner->peer_->viewDidChange(*parent);
-    }
+    parent->didChange();
+}
+
+void View::removeAllSubviews() {
+    auto const removed = std::exchange(subviews_, {});
+    for (auto const& view : removed) view->superview_ = nullptr;
+    didChange();
 }
 
 void View::setFrame(Rect frame) {
     frame_ = frame;
-    if (auto* owner = window(); owner != nullptr && owner->peer_)
-        owner->peer_->viewDidChange(*this);
+    didChange();
+}
+
+void View::setHidden(bool isHidden) {
+    isHidden_ = isHidden;
+    didChange();
+}
+
+void View::setLayer(LayerStyle style) {
+    layer_ = style;
+    didChange();
+}
+
+void View::setAccessibility(AccessibilityInfo info) {
+    accessibility_ = std::move(info);
+    didChange();
+}
+
+void View::trackPointer() {
+    tracksPointer_ = true;
+    didChange();
+}
+
+void View::setClickAction(std::function<void()> action) {
+    clickAction_ = std::move(action);
+    didChange();
 }
 
 void View::setNeedsDisplay() {
@@ -58,6 +90,7 @@ Point View::convertFromWindow(Point point) const {
 }
 
 View* View::hitTest(Point point) {
+    if (isHidden_) return nullptr;
     // The far edges belong to the view too: a pointer on the last pixel of a screen stands there.
     bool const isInside = point.x >= frame_.minX() && point.x <= frame_.maxX() &&
                           point.y >= frame_.minY() && point.y <= frame_.maxY();

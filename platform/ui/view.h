@@ -1,10 +1,14 @@
 #pragma once
 
 #include "platform/geometry.h"
+#include "platform/ui/accessibility_info.h"
+#include "platform/ui/layer_style.h"
 #include "platform/ui/responder.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace trovel {
@@ -14,7 +18,15 @@ class Window;
 
 /// What a backend mirrors a view into. Closed: backends switch over it without a default, so a new
 /// kind stops every backend's build until it is handled.
-enum class ViewKind : std::uint8_t { container, canvas };
+enum class ViewKind : std::uint8_t {
+    container,
+    label,
+    button,
+    imageView,
+    separator,
+    visualEffect,
+    canvas
+};
 
 /// A node of a window's content. The tree is the only owner of what it shows; a backend's mirror is
 /// written to and never asked. Frames are in the superview's coordinates: points, origin at its
@@ -32,7 +44,22 @@ public:
     /// Puts `view` in front of the other subviews, taking it from where it was.
     void addSubview(std::shared_ptr<View> view);
     void removeFromSuperview();
+    void removeAllSubviews();
     void setFrame(Rect frame);
+    void setHidden(bool isHidden);
+
+    /// Gives the view a layer of its own with that look; inside an animation group the change is
+    /// animated.
+    void setLayer(LayerStyle style);
+    void setAccessibility(AccessibilityInfo info);
+
+    /// Reports the pointer's coming and going over the visible part of the view, whether or not its
+    /// window is active, through mouseEntered and mouseExited.
+    void trackPointer();
+
+    /// Makes a click, a press and a release on the view, run `action` instead of being sent along
+    /// the responder chain.
+    void setClickAction(std::function<void()> action);
 
     /// Asks for the view to be drawn again in the next turn of the main loop at the latest.
     void setNeedsDisplay();
@@ -41,6 +68,13 @@ public:
     /// The view's own area: its frame's size at the origin.
     [[nodiscard]] Rect bounds() const { return {0, 0, frame_.width, frame_.height}; }
     [[nodiscard]] std::vector<std::shared_ptr<View>> const& subviews() const { return subviews_; }
+    [[nodiscard]] bool isHidden() const { return isHidden_; }
+    [[nodiscard]] std::optional<LayerStyle> const& layer() const { return layer_; }
+    [[nodiscard]] std::optional<AccessibilityInfo> const& accessibility() const {
+        return accessibility_;
+    }
+    [[nodiscard]] bool tracksPointer() const { return tracksPointer_; }
+    [[nodiscard]] std::function<void()> const& clickAction() const { return clickAction_; }
     [[nodiscard]] View* superview() const { return superview_; }
     /// The window whose content this view is part of; null when there is none.
     [[nodiscard]] Window* window() const;
@@ -53,10 +87,19 @@ public:
 
     [[nodiscard]] Responder* nextResponder() const override;
 
+protected:
+    /// Tells the mirror that what this view shows differs from what was mirrored.
+    void didChange() const;
+
 private:
     friend class Window;
 
     Rect frame_;
+    bool isHidden_ = false;
+    bool tracksPointer_ = false;
+    std::optional<LayerStyle> layer_;
+    std::optional<AccessibilityInfo> accessibility_;
+    std::function<void()> clickAction_;
     View* superview_ = nullptr;
     Window* window_ = nullptr; // set on a window's content view only
     std::vector<std::shared_ptr<View>> subviews_;

@@ -1,5 +1,6 @@
 #include "platform/ui/window.h"
 
+#include "platform/ui/button.h"
 #include "platform/ui/view.h"
 #include "platform/ui/window_host.h"
 
@@ -7,8 +8,32 @@
 
 namespace trovel {
 
+namespace {
+
+/// The view whose click action a press on `view` means: itself or the nearest one around it.
+View* clickTarget(View& view) {
+    for (View* candidate = &view; candidate != nullptr; candidate = candidate->superview()) {
+        if (candidate->kind() == ViewKind::button || candidate->clickAction()) return candidate;
+    }
+    return nullptr;
+}
+
+Button* buttonWithKeyEquivalent(View& view, std::string const& characters) {
+    if (view.isHidden() || characters.empty()) return nullptr;
+    if (view.kind() == ViewKind::button) {
+        auto& button = static_cast<Button&>(view);
+        return button.look().keyEquivalent == characters ? &button : nullptr;
+    }
+    for (auto const& subview : view.subviews()) {
+        if (auto* found = buttonWithKeyEquivalent(*subview, characters)) return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
 Window::Window(WindowHost& host, WindowAttributes attributes)
-    : host_(host), attributes_(attributes) {}
+    : host_(host), attributes_(std::move(attributes)) {}
 
 Window::~Window() {
     peer_.reset();
@@ -28,7 +53,7 @@ WindowPeer& Window::peer() {
 }
 
 void Window::setAttributes(WindowAttributes attributes) {
-    attributes_ = attributes;
+    attributes_ = std::move(attributes);
     if (peer_) peer_->windowDidChange();
 }
 
@@ -56,6 +81,16 @@ void Window::orderOut() {
     if (peer_) peer_->orderOut();
 }
 
+void Window::center() {
+    peer().center();
+}
+
+void Window::close() {
+    auto const self = shared_from_this();
+    if (delegate_ != nullptr) delegate_->windowWillClose();
+    orderOut();
+}
+
 bool Window::makeFirstResponder(View* view) {
     if (view == nullptr || !view->acceptsFirstResponder()) return false;
     firstResponder_ = view->weak_from_this();
@@ -76,14 +111,20 @@ void Window::receive(MouseEvent const& event) {
         pressedView_ = target;
         if (!target) return;
         makeFirstResponder(target.get());
-        target->mouseDown(event);
+        if (clickTarget(*target) == nullptr) target->mouseDown(event);
         return;
     case MouseEvent::Kind::leftDragged:
         if (auto const pressed = pressedView_.lock()) pressed->mouseDragged(event);
         return;
     case MouseEvent::Kind::leftUp: {
         auto const pressed = std::exchange(pressedView_, {}).lock();
-        if (pressed) pressed->mouseUp(event);
+        if (!pressed) return;
+        auto* const clicked = clickTarget(*pressed);
+        if (clicked == nullptr) {
+            pressed->mouseUp(event);
+        } else if (target && clickTarget(*target) == clicked) {
+            receiveClick(*clicked);
+        }
         return;
     }
     case MouseEvent::Kind::rightDown:
@@ -94,6 +135,12 @@ void Window::receive(MouseEvent const& event) {
 
 void Window::receive(KeyEvent const& event) {
     auto const self = shared_from_this();
+    if (event.kind == KeyEvent::Kind::keyDown && contentView_) {
+        if (auto* button = buttonWithKeyEquivalent(*contentView_, event.characters)) {
+            button->press();
+            return;
+        }
+    }
     auto const view = firstResponder() != nullptr ? firstResponder()->shared_from_this() : nullptr;
     Responder& target = view ? static_cast<Responder&>(*view) : *this;
     switch (event.kind) {
@@ -102,8 +149,39 @@ void Window::receive(KeyEvent const& event) {
     }
 }
 
+void Window::receivePointer(View& view, bool isInside) {
+    auto const self = shared_from_this();
+    auto const target = view.shared_from_this();
+    if (isInside) {
+        target->mouseEntered();
+    } else {
+        target->mouseExited();
+    }
+}
+
+void Window::receiveClick(View& view) {
+    auto const self = shared_from_this();
+    auto const target = view.shared_from_this();
+    if (view.kind() == ViewKind::button) {
+        static_cast<Button&>(view).press();
+        return;
+    }
+    auto const action = view.clickAction();
+    if (action) action();
+}
+
+void Window::receiveCloseRequest() {
+    if ((attributes_.styleMask & kStyleClosable) != 0) close();
+}
+
 void Window::receiveKeyState(bool isKeyWindow) {
-    isKeyWindow_ = isKeyWindow;
+    auto const self = shared_from_this();
+    if (std::exchange(isKeyWindow_, isKeyWindow) == isKeyWindow || delegate_ == nullptr) return;
+    if (isKeyWindow) {
+        delegate_->windowDidBecomeKey();
+    } else {
+        delegate_->windowDidResignKey();
+    }
 }
 
 } // namespace trovel

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 namespace trovel {
 
@@ -39,8 +40,29 @@ struct WindowAttributes {
     bool ignoresMouseEvents = false;
     bool acceptsMouseMovedEvents = false;
     std::uint32_t collectionBehavior = 0;
+    std::string title;
+    bool titlebarAppearsTransparent = false;
+    bool isTitleHidden = false;
+    bool isMovableByBackground = false;
 
     friend bool operator==(WindowAttributes const&, WindowAttributes const&) = default;
+};
+
+/// Who is told of what happens to a window. Main thread only.
+class WindowDelegate {
+public:
+    WindowDelegate(WindowDelegate const&) = delete;
+    WindowDelegate& operator=(WindowDelegate const&) = delete;
+
+    /// The window closes, by its own close() or by the user's hand; it is still on the screen.
+    virtual void windowWillClose() = 0;
+    /// The window got the keyboard, or lost it.
+    virtual void windowDidBecomeKey() {}
+    virtual void windowDidResignKey() {}
+
+protected:
+    WindowDelegate() = default;
+    ~WindowDelegate() = default;
 };
 
 /// A window and the owner of its content's tree. Held by shared_ptr; main thread only.
@@ -61,6 +83,14 @@ public:
     void orderFrontRegardless();
     void makeKeyAndOrderFront();
     void orderOut();
+    void center();
+
+    /// Tells the delegate and takes the window off the screen. The window object lives on.
+    void close();
+
+    /// Neither is owned: whoever sets them clears them before it goes.
+    void setDelegate(WindowDelegate* delegate) { delegate_ = delegate; }
+    void setNextResponder(Responder* responder) { nextResponder_ = responder; }
 
     /// Sends key events to `view` first; false when it does not accept them.
     bool makeFirstResponder(View* view);
@@ -72,14 +102,21 @@ public:
     [[nodiscard]] bool isKeyWindow() const { return isKeyWindow_; }
     /// The view that gets key events first; null when the window itself does.
     [[nodiscard]] View* firstResponder() const;
-    [[nodiscard]] Responder* nextResponder() const override { return nullptr; }
+    [[nodiscard]] Responder* nextResponder() const override { return nextResponder_; }
 
     // Events, from the backend.
 
     /// A press goes to the view under it, which gets the drags and the release that follow it too,
     /// wherever they happen; it becomes first responder if it accepts that.
     void receive(MouseEvent const& event);
+    /// A key equivalent presses its button; other keys go to the first responder.
     void receive(KeyEvent const& event);
+    /// The pointer came over a view that tracks it, or left it.
+    void receivePointer(View& view, bool isInside);
+    /// A view's click action, or a button that the desktop draws itself, was clicked.
+    void receiveClick(View& view);
+    /// The user asked for the window to be closed.
+    void receiveCloseRequest();
     /// The window got the keyboard or lost it.
     void receiveKeyState(bool isKeyWindow);
 
@@ -93,6 +130,8 @@ private:
     std::shared_ptr<View> contentView_;
     std::weak_ptr<View> firstResponder_;
     std::weak_ptr<View> pressedView_;
+    WindowDelegate* delegate_ = nullptr;
+    Responder* nextResponder_ = nullptr;
     bool isVisible_ = false;
     bool isKeyWindow_ = false;
     std::unique_ptr<WindowPeer> peer_; // the first to go: it refers to all of the above

@@ -33,6 +33,9 @@ public:
     /// Takes it off the screen before this call returns.
     virtual void orderOut() = 0;
 
+    /// Centres it on the screen, a little above the middle where the desktop does so.
+    virtual void center() = 0;
+
 protected:
     WindowPeer() = default;
 };
