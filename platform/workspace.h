@@ -3,6 +3,7 @@
 #include "platform/running_application.h"
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace trovel {
@@ -18,6 +19,14 @@ public:
 
     /// The application that has the user's keyboard; none when nothing is in front.
     [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() const = 0;
+
+    /// The running applications with exactly that bundle identifier, in the system's order.
+    [[nodiscard]] virtual std::vector<RunningApplication>
+    runningApplicationsWithBundleIdentifier(std::string_view bundleIdentifier) const = 0;
+
+    /// Opens `url` with the program that the user chose for its kind; a text that is no valid URL
+    /// opens nothing.
+    virtual void openUrl(std::string_view url) = 0;
 
 protected:
     Workspace() = default;

@@ -1,0 +1,85 @@
+#include "windows/change_app_window_controller.h"
+
+#include "app/preferences.h"
+#include "platform/application.h"
+#include "platform/ui/button.h"
+#include "windows/app_selector_view.h"
+#include "windows/window_parts.h"
+#include "windows/window_slots.h"
+
+#include <utility>
+
+namespace trovel {
+
+namespace {
+
+constexpr double kWidth = 600;
+constexpr double kHeight = 210;
+
+} // namespace
+
+std::shared_ptr<ChangeAppWindowController> ChangeAppWindowController::make(WindowContext context) {
+    std::shared_ptr<ChangeAppWindowController> controller(
+        new ChangeAppWindowController(std::move(context)));
+    controller->buildContent();
+    return controller;
+}
+
+ChangeAppWindowController::ChangeAppWindowController(WindowContext context)
+    : WindowController(makePanelWindow(context.platform, {kWidth, kHeight})),
+      context_(std::move(context)) {}
+
+void ChangeAppWindowController::buildContent() {
+    auto& content = *window()->contentView();
+    addLabel(content, {0, kHeight - 44, kWidth, 20}, "Choose your AI app",
+             Font::system(15, Font::Weight::semibold), Color::system(Color::Name::label),
+             TextAlignment::center);
+    addLabel(content, {0, kHeight - 64, kWidth, 16}, "Screenshots will be sent here first",
+             Font::system(11.5), Color::system(Color::Name::tertiaryLabel), TextAlignment::center);
+
+    Preferences preferences(context_.platform.preferences);
+    appSelector_ = AppSelectorView::make(context_.platform, {0, 42, kWidth, 80},
+                                         preferences.preferredAIApp());
+    appSelector_->setOnSelectionChanged([preferences](std::string const& name) mutable {
+        preferences.setPreferredAIApp(name);
+    });
+    content.addSubview(appSelector_);
+
+    Button::Look look;
+    look.font = Font::system(12, Font::Weight::medium);
+    look.keyEquivalent = "\r";
+    content.addSubview(std::make_shared<Button>(
+        Rect{(kWidth - 100) * 0.5, 10, 100, 28}, "Done", look, [weak = weak_from_this()] {
+            if (auto self = std::static_pointer_cast<ChangeAppWindowController>(weak.lock())) {
+                self->done();
+            }
+        }));
+}
+
+void ChangeAppWindowController::done() {
+    // Closing empties the slot, which may hold the last reference.
+    auto const keep = shared_from_this();
+    if (auto const& name = appSelector_->selectedName()) {
+        Preferences(context_.platform.preferences).setPreferredAIApp(*name);
+    }
+    window()->close();
+}
+
+void ChangeAppWindowController::windowWillClose() {
+    context_.slots.sharedChangeAppWindow.reset();
+}
+
+void showChangeAppWindow(WindowContext const& context) {
+    if (auto const& open = context.slots.sharedChangeAppWindow) {
+        open->window()->makeKeyAndOrderFront();
+    } else {
+        auto controller = ChangeAppWindowController::make(context);
+        controller->showWindow();
+        controller->window()->center();
+        controller->window()->makeKeyAndOrderFront();
+        context.slots.sharedChangeAppWindow = std::move(controller);
+    }
+    context.platform.application.activate();
+}
+
+} // namespace trovel

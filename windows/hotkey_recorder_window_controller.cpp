@@ -1,0 +1,128 @@
+#include "windows/hotkey_recorder_window_controller.h"
+
+#include "app/hotkey.h"
+#include "app/preferences.h"
+#include "platform/application.h"
+#include "platform/hotkey_service.h"
+#include "platform/ui/button.h"
+#include "windows/window_parts.h"
+#include "windows/window_slots.h"
+
+#include <string>
+#include <utility>
+
+namespace trovel {
+
+namespace {
+
+constexpr double kWidth = 360;
+constexpr double kHeight = 160;
+constexpr EventFlags kModifierFlags = kFlagShift | kFlagControl | kFlagOption | kFlagCommand;
+
+std::shared_ptr<Window> makeWindow(Platform const& platform) {
+    Rect const content{0, 0, kWidth, kHeight};
+    auto window = std::make_shared<Window>(
+        platform.windows, WindowAttributes{.contentRect = content,
+                                           .styleMask = kStyleTitled | kStyleClosable,
+                                           .title = "Change Hotkey"});
+    window->setContentView(std::make_shared<View>(content));
+    return window;
+}
+
+} // namespace
+
+std::shared_ptr<HotkeyRecorderWindowController>
+HotkeyRecorderWindowController::make(WindowContext context) {
+    std::shared_ptr<HotkeyRecorderWindowController> controller(
+        new HotkeyRecorderWindowController(std::move(context)));
+    controller->buildContent();
+    return controller;
+}
+
+HotkeyRecorderWindowController::HotkeyRecorderWindowController(WindowContext context)
+    : WindowController(makeWindow(context.platform)), context_(std::move(context)) {}
+
+void HotkeyRecorderWindowController::buildContent() {
+    auto& content = *window()->contentView();
+    addLabel(content, {0, 115, kWidth, 20}, "Press a new hotkey combination",
+             Font::system(14, Font::Weight::semibold), Color::system(Color::Name::label),
+             TextAlignment::center);
+    instructionLabel_ = addLabel(content, {0, 92, kWidth, 16},
+                                 "Must include at least one modifier (⌘, ⌃, ⌥, or ⇧)",
+                                 Font::system(11), Color::system(Color::Name::secondaryLabel),
+                                 TextAlignment::center);
+    Label::Look look;
+    look.font = Font::monospacedSystem(22, Font::Weight::medium);
+    look.alignment = TextAlignment::center;
+    look.isBezeled = true;
+    recordLabel_ = std::make_shared<Label>(Rect{60, 48, 240, 34}, storedText(), look);
+    content.addSubview(recordLabel_);
+    cancelButton_ = std::make_shared<Button>(
+        Rect{140, 10, 80, 28}, "Cancel", Button::Look{}, [weak = weak_from_this()] {
+            if (auto self = std::static_pointer_cast<HotkeyRecorderWindowController>(weak.lock())) {
+                self->cancel();
+            }
+        });
+    content.addSubview(cancelButton_);
+}
+
+std::string HotkeyRecorderWindowController::storedText() const {
+    return storedHotkeyText(Preferences(context_.platform.preferences));
+}
+
+void HotkeyRecorderWindowController::setOnHotkeyRecorded(OnHotkeyRecorded onHotkeyRecorded) {
+    onHotkeyRecorded_ = std::move(onHotkeyRecorded);
+}
+
+void HotkeyRecorderWindowController::keyDown(KeyEvent const& event) {
+    if ((event.modifierFlags & kModifierFlags) == 0) {
+        recordLabel_->setText("Add a modifier key");
+        return;
+    }
+    // Closing empties the slot, which may hold the last reference.
+    auto const keep = shared_from_this();
+    auto const flags = event.modifierFlags & kDeviceIndependentFlags;
+    recordLabel_->setText(hotkeyText(event.keyCode, flags));
+    if (onHotkeyRecorded_) onHotkeyRecorded_(event.keyCode, carbonModifiers(flags));
+    window()->close();
+    context_.slots.sharedHotkeyRecorderWindow.reset();
+}
+
+void HotkeyRecorderWindowController::flagsChanged(KeyEvent const& event) {
+    auto const glyphs = modifierGlyphs(event.modifierFlags);
+    recordLabel_->setText(glyphs.empty() ? storedText() : glyphs + "…");
+}
+
+void HotkeyRecorderWindowController::cancel() {
+    auto const keep = shared_from_this();
+    window()->close();
+    context_.slots.sharedHotkeyRecorderWindow.reset();
+}
+
+void HotkeyRecorderWindowController::windowWillClose() {
+    hotkeySuspension_.reset();
+    context_.slots.sharedHotkeyRecorderWindow.reset();
+}
+
+void HotkeyRecorderWindowController::windowDidBecomeKey() {
+    hotkeySuspension_ = context_.platform.hotkeys.suspend();
+}
+
+void HotkeyRecorderWindowController::windowDidResignKey() { hotkeySuspension_.reset(); }
+
+void showHotkeyRecorderWindow(WindowContext const& context,
+                              HotkeyRecorderWindowController::OnHotkeyRecorded onHotkeyRecorded) {
+    if (auto const& open = context.slots.sharedHotkeyRecorderWindow) {
+        open->setOnHotkeyRecorded(std::move(onHotkeyRecorded));
+        open->window()->makeKeyAndOrderFront();
+    } else {
+        auto controller = HotkeyRecorderWindowController::make(context);
+        controller->setOnHotkeyRecorded(std::move(onHotkeyRecorded));
+        controller->window()->center();
+        controller->window()->makeKeyAndOrderFront();
+        context.slots.sharedHotkeyRecorderWindow = std::move(controller);
+    }
+    context.platform.application.activate();
+}
+
+} // namespace trovel

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/ui/window_controller.h"
+#include "windows/window_context.h"
+
+#include <memory>
+
+namespace trovel {
+
+class AppSelectorView;
+class Button;
+
+/// The first-run window: what Trovel does, in three steps, and the choice of the application that
+/// captures go to. Main thread only.
+class OnboardingWindowController final : public WindowController {
+public:
+    [[nodiscard]] static std::shared_ptr<OnboardingWindowController> make(WindowContext context);
+
+    /// Stores the chosen application, closes the window and opens the permissions window, whose
+    /// completion marks the onboarding as done.
+    void getStarted();
+
+    void windowWillClose() override;
+
+    [[nodiscard]] std::shared_ptr<AppSelectorView> const& appSelector() const {
+        return appSelector_;
+    }
+    [[nodiscard]] std::shared_ptr<Button> const& continueButton() const { return continueButton_; }
+
+private:
+    explicit OnboardingWindowController(WindowContext context);
+
+    std::shared_ptr<OnboardingWindowController> self();
+    void buildContent();
+    void addHeading();
+    void addSteps();
+    void addSelector();
+    void addContinueButton();
+
+    WindowContext context_;
+    std::shared_ptr<AppSelectorView> appSelector_;
+    std::shared_ptr<Button> continueButton_;
+};
+
+/// Opens the first-run window in the middle of the screen, in front of everything.
+void showOnboardingWindow(WindowContext const& context);
+
+} // namespace trovel
