@@ -41,13 +41,18 @@ std::uint32_t storedUnsigned(std::int64_t value, std::string_view key) {
     return static_cast<std::uint32_t>(value);
 }
 
-std::string text(Hotkey hotkey) {
+/// The glyphs of a Carbon mask, in the one order that every text uses.
+std::string glyphs(std::uint32_t modifiers) {
     std::string result;
-    if ((hotkey.modifiers & kControlKey) != 0) result += "⌃";
-    if ((hotkey.modifiers & kOptionKey) != 0) result += "⌥";
-    if ((hotkey.modifiers & kShiftKey) != 0) result += "⇧";
-    if ((hotkey.modifiers & kCmdKey) != 0) result += "⌘";
-    return result + keyName(hotkey.keyCode);
+    if ((modifiers & kControlKey) != 0) result += "⌃";
+    if ((modifiers & kOptionKey) != 0) result += "⌥";
+    if ((modifiers & kShiftKey) != 0) result += "⇧";
+    if ((modifiers & kCmdKey) != 0) result += "⌘";
+    return result;
+}
+
+std::string text(Hotkey hotkey) {
+    return glyphs(hotkey.modifiers) + keyName(hotkey.keyCode);
 }
 
 } // namespace
@@ -71,6 +76,10 @@ std::string storedHotkeyText(Preferences const& preferences) {
 
 std::string hotkeyText(KeyCode keyCode, EventFlags flags) {
     return text({keyCode, carbonModifiers(flags)});
+}
+
+std::string modifierGlyphs(EventFlags flags) {
+    return glyphs(carbonModifiers(flags));
 }
 
 std::string keyName(KeyCode keyCode) {

@@ -34,6 +34,9 @@ void saveHotkey(Preferences& preferences, Hotkey hotkey);
 /// A key with modifier flags in the same notation.
 [[nodiscard]] std::string hotkeyText(KeyCode keyCode, EventFlags flags);
 
+/// The glyphs of the modifiers among the flags alone, for example "⌃⇧"; empty when there is none.
+[[nodiscard]] std::string modifierGlyphs(EventFlags flags);
+
 /// The name of a key on an ANSI keyboard; "Key" and the code for one that has no name.
 [[nodiscard]] std::string keyName(KeyCode keyCode);
 

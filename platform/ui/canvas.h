@@ -5,7 +5,9 @@
 #include "platform/geometry.h"
 
 #include <cstdint>
+#include <span>
 #include <string_view>
+#include <vector>
 
 namespace trovel {
 
@@ -36,6 +38,12 @@ public:
     virtual void strokeRect(Rect rect, double lineWidth, Color color) = 0;
 
     virtual void fillRoundedRect(Rect rect, double radiusX, double radiusY, Color color) = 0;
+
+    /// Strokes each of `lines`, a run of connected points, with round caps.
+    virtual void strokeLines(std::span<std::vector<Point> const> lines, double lineWidth,
+                             Color color) = 0;
+
+    virtual void fillOval(Rect rect, Color color) = 0;
 
     /// Draws one line of UTF-8 text with the lower-left corner of its box at `origin`.
     virtual void drawText(std::string_view text, Point origin,

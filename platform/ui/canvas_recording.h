@@ -30,6 +30,17 @@ struct FillRoundedRectOperation {
     friend bool operator==(FillRoundedRectOperation const&,
                            FillRoundedRectOperation const&) = default;
 };
+struct StrokeLinesOperation {
+    std::vector<std::vector<Point>> lines;
+    double lineWidth = 1;
+    Color color;
+    friend bool operator==(StrokeLinesOperation const&, StrokeLinesOperation const&) = default;
+};
+struct FillOvalOperation {
+    Rect rect;
+    Color color;
+    friend bool operator==(FillOvalOperation const&, FillOvalOperation const&) = default;
+};
 struct DrawTextOperation {
     std::string text;
     Point origin;
@@ -38,7 +49,7 @@ struct DrawTextOperation {
 };
 
 using CanvasOperation = std::variant<FillRectOperation, StrokeRectOperation,
-                                     FillRoundedRectOperation, DrawTextOperation>;
+                                     FillRoundedRectOperation, StrokeLinesOperation, FillOvalOperation, DrawTextOperation>;
 
 /// A canvas that only notes what is drawn, in order. Two recordings of one view tell what changed
 /// between them.
@@ -60,6 +71,14 @@ public:
     }
     void fillRoundedRect(Rect rect, double radiusX, double radiusY, Color color) override {
         operations_.emplace_back(FillRoundedRectOperation{rect, radiusX, radiusY, color});
+    }
+    void strokeLines(std::span<std::vector<Point> const> lines, double lineWidth,
+                     Color color) override {
+        operations_.emplace_back(
+            StrokeLinesOperation{{lines.begin(), lines.end()}, lineWidth, color});
+    }
+    void fillOval(Rect rect, Color color) override {
+        operations_.emplace_back(FillOvalOperation{rect, color});
     }
     void drawText(std::string_view text, Point origin, TextAttributes const& attributes) override {
         operations_.emplace_back(DrawTextOperation{std::string(text), origin, attributes});
