@@ -1,7 +1,19 @@
 #include "app/app_delegate.h"
 
+#include "app/about_alert.h"
+#include "app/launch_at_login_manager.h"
+#include "app/status_icon.h"
+#include "app/update_manager.h"
 #include "capture/screenshot_manager.h"
 #include "delivery/auto_paster.h"
+#include "platform/alerts.h"
+#include "platform/fatal.h"
+#include "platform/status_bar.h"
+#include "platform/workspace.h"
+#include "windows/change_app_window_controller.h"
+#include "windows/hotkey_recorder_window_controller.h"
+#include "windows/onboarding_window_controller.h"
+#include "windows/permissions_window_controller.h"
 
 #include <utility>
 
@@ -13,43 +25,156 @@ constexpr EventHotKeyId kHotKeyId{0x54524f56, 1}; // "TROV"
 
 } // namespace
 
-std::shared_ptr<AppDelegate> AppDelegate::make(Platform const& platform, Hooks hooks) {
-    std::shared_ptr<AppDelegate> delegate(new AppDelegate(platform, std::move(hooks)));
-    auto* const self = delegate.get();
-    self->pipeline_.emplace(
-        platform, delegate,
-        CapturePipeline::Services{*self->screenshotManager_, self->aiAppDetector_,
-                                  *self->autoPaster_},
-        CapturePipeline::Callbacks{
-            .showPermissionsWindow = [self] { self->hooks_.showPermissionsWindow(nullptr); },
-            .setPreviousFrontmostApp =
-                [self](std::optional<RunningApplication> app) {
-                    self->previousFrontmostApp_ = std::move(app);
-                },
-            .deliverToTerminal =
-                [self](Image const& image) { self->hooks_.deliverToTerminal(image); }});
+std::shared_ptr<AppDelegate> AppDelegate::make(WindowContext const& context, Product product) {
+    std::shared_ptr<AppDelegate> delegate(new AppDelegate(context, std::move(product)));
+    delegate->makePipeline();
     return delegate;
 }
 
-AppDelegate::AppDelegate(Platform const& platform, Hooks hooks)
-    : platform_(platform), preferences_(platform.preferences), hooks_(std::move(hooks)),
-      screenshotManager_(std::make_shared<ScreenshotManager>(platform)),
-      aiAppDetector_(platform.workspace, preferences_),
-      autoPaster_(std::make_shared<AutoPaster>(platform)) {}
+AppDelegate::AppDelegate(WindowContext const& context, Product product)
+    : context_(context), platform_(context.platform), preferences_(platform_.preferences),
+      product_(std::move(product)),
+      screenshotManager_(std::make_shared<ScreenshotManager>(platform_)),
+      aiAppDetector_(platform_.workspace, preferences_),
+      autoPaster_(std::make_shared<AutoPaster>(platform_)) {}
 
 AppDelegate::~AppDelegate() = default;
 
+void AppDelegate::makePipeline() {
+    terminalMode_.emplace(
+        platform_, weak_from_this(),
+        TerminalMode::Callbacks{.terminalTargetItems = [this]() -> auto const& {
+                                    return statusMenu().items().terminalTargetItems;
+                                },
+                                .previousFrontmostApp = [this] { return previousFrontmostApp_; }});
+    pipeline_.emplace(
+        platform_, weak_from_this(),
+        CapturePipeline::Services{*screenshotManager_, aiAppDetector_, *autoPaster_},
+        CapturePipeline::Callbacks{
+            .showPermissionsWindow = [this] { showPermissionsWindow(context_, nullptr); },
+            .setPreviousFrontmostApp =
+                [this](std::optional<RunningApplication> app) {
+                    previousFrontmostApp_ = std::move(app);
+                },
+            .deliverToTerminal =
+                [this](Image const& image) { terminalMode_->deliverToTerminal(image); }});
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
+    buildStatusItem();
     registerHotkey(loadHotkey(preferences_));
-    if (!preferences_.hasCompletedOnboarding()) hooks_.showOnboardingWindow();
+    if (!preferences_.hasCompletedOnboarding()) showOnboardingWindow(context_);
 }
 
 void AppDelegate::applicationWillTerminate() {
     unregisterHotkey();
 }
 
+void AppDelegate::buildStatusItem() {
+    statusItem_ = platform_.statusBar.makeSquareItem();
+    if (statusItem_->hasButton()) statusItem_->setButtonImage(statusIcon());
+    statusMenu_.emplace(platform_, product_, menuActions());
+    statusMenu_->menu()->setWillOpen([weak = weak_from_this()] {
+        if (auto const self = weak.lock()) self->menuWillOpen();
+    });
+    statusItem_->setMenu(statusMenu_->menu());
+}
+
+StatusMenu::Actions AppDelegate::menuActions() {
+    // Every row has this delegate as its target, which outlives the menu that it owns.
+    return {
+        .triggerCapture = [this] { triggerCapture(); },
+        .toggleAutoSend = [this] { toggleAutoSend(); },
+        .terminalTargetSelected = [this](auto const& sender) { terminalTargetSelected(sender); },
+        .aiAppSelected = [this](auto const& sender) { aiAppSelected(sender); },
+        .showChangeApp = [this] { showChangeApp(); },
+        .showChangeHotkey = [this] { showChangeHotkey(); },
+        .toggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); },
+        .showPermissions = [this] { showPermissions(); },
+        .checkForUpdates = [this] { checkForUpdates(); },
+        .showWhatsNew = [this] { showWhatsNew(); },
+        .showHelp = [this] { showHelp(); },
+        .showAbout = [this] { showAbout(); },
+        .quitApp = [this] { quitApp(); },
+    };
+}
+
+StatusMenu& AppDelegate::statusMenu() {
+    if (!statusMenu_) fatal("the status menu was asked for before launching had finished");
+    return *statusMenu_;
+}
+
+void AppDelegate::menuWillOpen() {
+    statusMenu().refresh([this] { terminalMode_->updateTerminalMenuState(); });
+}
+
 void AppDelegate::triggerCapture() {
     pipeline_->triggerCapture();
+}
+
+void AppDelegate::toggleAutoSend() {
+    preferences_.setAutoSendEnabled(!preferences_.autoSendEnabled());
+    statusMenu().refreshAutoSend();
+}
+
+void AppDelegate::terminalTargetSelected(MenuItem const& sender) {
+    terminalMode_->terminalTargetSelected(sender);
+}
+
+void AppDelegate::aiAppSelected(MenuItem const& sender) {
+    if (auto const& name = sender.representedObject()) preferences_.setPreferredAIApp(*name);
+}
+
+void AppDelegate::showChangeApp() {
+    showChangeAppWindow(context_);
+}
+
+void AppDelegate::showChangeHotkey() {
+    platform_.application.activate();
+    showHotkeyRecorderWindow(
+        context_, [weak = weak_from_this()](std::uint32_t keyCode, std::uint32_t modifiers) {
+            auto const self = weak.lock();
+            if (!self) return;
+            saveHotkey(self->preferences_, {keyCode, modifiers});
+            self->registerHotkey({keyCode, modifiers});
+            self->statusMenu().refreshTitle();
+        });
+}
+
+void AppDelegate::toggleLaunchAtLogin() {
+    if (LaunchAtLoginManager::isEnabled(platform_)) {
+        LaunchAtLoginManager::disable(platform_);
+    } else {
+        LaunchAtLoginManager::enable(platform_);
+    }
+    statusMenu().refreshLaunchAtLogin();
+}
+
+void AppDelegate::showPermissions() {
+    platform_.application.activate();
+    showPermissionsWindow(context_, nullptr);
+}
+
+void AppDelegate::checkForUpdates() {
+    if (!updateManager_) updateManager_ = std::make_unique<UpdateManager>(platform_.updater);
+    updateManager_->checkForUpdates();
+}
+
+void AppDelegate::showWhatsNew() {
+    platform_.workspace.openUrl(product_.changelogUrl);
+}
+
+void AppDelegate::showHelp() {
+    platform_.workspace.openUrl("mailto:" + product_.supportEmail);
+}
+
+void AppDelegate::showAbout() {
+    platform_.application.activate();
+    platform_.alerts.runModal(aboutAlert(platform_.bundle, preferences_, product_));
+}
+
+void AppDelegate::quitApp() {
+    platform_.application.terminate();
 }
 
 void AppDelegate::registerHotkey(Hotkey hotkey) {

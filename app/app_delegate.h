@@ -2,14 +2,17 @@
 
 #include "app/hotkey.h"
 #include "app/preferences.h"
+#include "app/product.h"
+#include "app/status_menu.h"
 #include "capture/capture_pipeline.h"
 #include "delivery/ai_app_detector.h"
+#include "delivery/terminal_mode.h"
 #include "platform/application.h"
 #include "platform/hotkey_service.h"
 #include "platform/platform.h"
 #include "platform/running_application.h"
+#include "windows/window_context.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -17,31 +20,40 @@ namespace trovel {
 
 class AutoPaster;
 class ScreenshotManager;
+class StatusItem;
+class UpdateManager;
 
-/// The application's delegate: it owns the global hotkey and the objects that live as long as the
-/// process, and every action of the user reaches the program through it. Main thread only.
+/// The application's delegate: it owns the status item with its menu, the global hotkey and the
+/// objects that live as long as the process, and every action of the user reaches the program
+/// through it. Main thread only.
 class AppDelegate final : public ApplicationDelegate,
                           public std::enable_shared_from_this<AppDelegate> {
 public:
-    /// The operations that other parts of the program hand in. All of them must be set.
-    struct Hooks {
-        /// Opens the first-run window in the middle of the screen and activates the application.
-        std::function<void()> showOnboardingWindow;
-        /// Opens the permissions window, which calls `onComplete`, if there is one, when the user
-        /// is through with it.
-        std::function<void(std::function<void()> onComplete)> showPermissionsWindow;
-        std::function<void(Image const&)> deliverToTerminal;
-    };
-
-    /// Everything that `platform` names must outlive the delegate.
-    [[nodiscard]] static std::shared_ptr<AppDelegate> make(Platform const& platform, Hooks hooks);
+    /// Everything that `context` names must outlive the delegate.
+    [[nodiscard]] static std::shared_ptr<AppDelegate> make(WindowContext const& context,
+                                                           Product product);
     ~AppDelegate();
 
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override;
 
-    /// Starts a capture, or asks for the permissions window when a grant is missing.
+    /// Brings the status menu up to date.
+    void menuWillOpen();
+
+    /// Starts a capture, or opens the permissions window when a grant is missing.
     void triggerCapture();
+    void toggleAutoSend();
+    void terminalTargetSelected(MenuItem const& sender);
+    void aiAppSelected(MenuItem const& sender);
+    void showChangeApp();
+    void showChangeHotkey();
+    void toggleLaunchAtLogin();
+    void showPermissions();
+    void checkForUpdates();
+    void showWhatsNew();
+    void showHelp();
+    void showAbout();
+    void quitApp();
 
     /// Puts the global hotkey in force, instead of the one before. A refusal by the system goes
     /// unreported: the hotkey then does not fire.
@@ -53,25 +65,36 @@ public:
         return previousFrontmostApp_;
     }
     [[nodiscard]] ScreenshotManager const& screenshotManager() const { return *screenshotManager_; }
+    /// The menu and its rows. They exist once launching has finished; asking earlier is fatal.
+    [[nodiscard]] StatusMenu& statusMenu();
 
 private:
-    AppDelegate(Platform const& platform, Hooks hooks);
+    AppDelegate(WindowContext const& context, Product product);
 
     static std::int32_t hotkeyPressed(void* userData);
+    void makePipeline();
+    void buildStatusItem();
+    [[nodiscard]] StatusMenu::Actions menuActions();
 
+    WindowContext context_;
     Platform platform_;
     Preferences preferences_;
-    Hooks hooks_;
+    Product product_;
+    std::unique_ptr<StatusItem> statusItem_;
     std::optional<EventHotKeyRef> hotKeyRef_;
     std::optional<EventHandlerRef> eventHandlerRef_;
     std::shared_ptr<ScreenshotManager> screenshotManager_;
     AIAppDetector aiAppDetector_;
     std::shared_ptr<AutoPaster> autoPaster_;
+    std::optional<StatusMenu> statusMenu_;         // set when launching has finished
+    std::unique_ptr<UpdateManager> updateManager_; // made on the first check for updates
     std::optional<RunningApplication> previousFrontmostApp_;
     // The system holds a bare pointer to the delegate while the handler is installed; this
     // reference keeps it valid.
     std::shared_ptr<AppDelegate> hotkeyUserDataPtr_;
-    std::optional<CapturePipeline> pipeline_; // set by make(), once there is an owner to name
+    // Set by make(), once there is an owner to name.
+    std::optional<TerminalMode> terminalMode_;
+    std::optional<CapturePipeline> pipeline_;
 };
 
 } // namespace trovel

@@ -4,8 +4,8 @@ namespace trovel {
 
 struct Platform;
 
-/// Starts Trovel when the user logs in. It keeps nothing: the login item is the system's. Main thread
-/// only.
+/// Starts Trovel when the user logs in. It keeps nothing: the login item is the system's. Main
+/// thread only.
 class LaunchAtLoginManager {
 public:
     /// Whether the login item is enabled; one that waits for the user's approval is not.

@@ -4,9 +4,8 @@
 int main() {
     auto const backend = trovel::makeBackend();
     if (!backend) return backend.error();
-    trovel::runProcess((*backend)->platform(),
-                       {.showOnboardingWindow = [] {},
-                        .showPermissionsWindow = [](auto const& /*onComplete*/) {},
-                        .deliverToTerminal = [](auto const& /*image*/) {}});
+    trovel::runProcess((*backend)->platform(), {.displayName = "Trovel",
+                                                .changelogUrl = TROVEL_CHANGELOG_URL,
+                                                .supportEmail = TROVEL_SUPPORT_EMAIL});
     return 0;
 }

@@ -1,16 +1,24 @@
 #include "app/process_entry.h"
 
+#include "app/app_delegate.h"
+#include "windows/change_app_window_controller.h"
+#include "windows/hotkey_recorder_window_controller.h"
+#include "windows/onboarding_window_controller.h"
+#include "windows/permissions_window_controller.h"
+#include "windows/window_slots.h"
+
 #include <utility>
 
 namespace trovel {
 
-void runProcess(Platform const& platform, AppDelegate::Hooks hooks) {
+void runProcess(Platform const& platform, Product product) {
     auto& application = platform.application;
     bool const isTestBundle = application.environmentHas("XCTestBundlePath") ||
                               application.environmentHas("XCTestConfigurationFilePath");
+    WindowSlots slots;
     std::shared_ptr<AppDelegate> delegate;
     if (!isTestBundle) {
-        delegate = AppDelegate::make(platform, std::move(hooks));
+        delegate = AppDelegate::make({platform, slots}, std::move(product));
         application.setDelegate(delegate.get());
     }
     application.run();

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/app_delegate.h"
+#include "app/product.h"
 #include "platform/platform.h"
 
 namespace trovel {
 
-/// Runs the process until its event loop ends. When the environment says that a test bundle is
-/// loaded into it, the loop runs without a delegate.
-void runProcess(Platform const& platform, AppDelegate::Hooks hooks);
+/// Runs the program until its event loop ends. Inside a test bundle, which the process environment
+/// tells, it runs without a delegate: no status item, no hotkey, no windows.
+void runProcess(Platform const& platform, Product product);
 
 } // namespace trovel

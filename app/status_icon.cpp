@@ -38,6 +38,8 @@ bool drawStatusIcon(Canvas& canvas, Rect rect) {
 
 } // namespace
 
-DrawnImage statusIcon() { return {{kSize, kSize}, drawStatusIcon, true}; }
+DrawnImage statusIcon() {
+    return {{kSize, kSize}, drawStatusIcon, true};
+}
 
 } // namespace trovel

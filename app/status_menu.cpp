@@ -13,7 +13,9 @@ namespace trovel {
 
 namespace {
 
-MenuItem::State stateOf(bool isOn) { return isOn ? MenuItem::State::on : MenuItem::State::off; }
+MenuItem::State stateOf(bool isOn) {
+    return isOn ? MenuItem::State::on : MenuItem::State::off;
+}
 
 /// The operation of a row that does not look at which row was chosen.
 MenuItem::Action plain(std::function<void()> operation) {
@@ -121,7 +123,9 @@ void StatusMenu::refreshAIApps() {
     }
 }
 
-void StatusMenu::refreshTitle() { items_.trovelMenuItem->setTitle(title()); }
+void StatusMenu::refreshTitle() {
+    items_.trovelMenuItem->setTitle(title());
+}
 
 void StatusMenu::refreshAutoSend() {
     items_.autoSendItem->setState(stateOf(preferences_.autoSendEnabled()));

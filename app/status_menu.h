@@ -12,7 +12,8 @@
 
 namespace trovel {
 
-/// The menu of the status item: built once, brought up to date each time it opens. Main thread only.
+/// The menu of the status item: built once, brought up to date each time it opens. Main thread
+/// only.
 class StatusMenu {
 public:
     /// What the rows do, one operation a row.

@@ -9,6 +9,8 @@ UpdateManager::UpdateManager(Updater& updater)
 
 UpdateManager::~UpdateManager() = default;
 
-void UpdateManager::checkForUpdates() { updaterController_->checkForUpdates(); }
+void UpdateManager::checkForUpdates() {
+    updaterController_->checkForUpdates();
+}
 
 } // namespace trovel

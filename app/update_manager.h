@@ -7,8 +7,8 @@ namespace trovel {
 class Updater;
 class UpdaterController;
 
-/// Runs the update framework. Its owner makes it when the user first asks for updates: the framework
-/// starts with it, and its own checks with the framework. Main thread only.
+/// Runs the update framework. Its owner makes it when the user first asks for updates: the
+/// framework starts with it, and its own checks with the framework. Main thread only.
 class UpdateManager {
 public:
     explicit UpdateManager(Updater& updater);

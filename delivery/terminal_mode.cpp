@@ -95,10 +95,12 @@ std::string TerminalMode::titleOfTarget(std::int64_t tag) const {
 
 void TerminalMode::pasteInto(RunningApplication const& target) {
     activation_.activateWithAppleScript(target);
-    activation_.waitForFrontmost(
-        target, 0, [&events = platform_.events] { sendPasteKeystroke(events); });
+    activation_.waitForFrontmost(target, 0,
+                                 [&events = platform_.events] { sendPasteKeystroke(events); });
 }
 
-void TerminalMode::alert(std::string_view message) { showStandardAlert(platform_, message); }
+void TerminalMode::alert(std::string_view message) {
+    showStandardAlert(platform_, message);
+}
 
 } // namespace trovel

@@ -19,7 +19,9 @@ constexpr std::array<TerminalTarget, 7> kTargets{{
 
 } // namespace
 
-std::span<TerminalTarget const> terminalTargets() { return kTargets; }
+std::span<TerminalTarget const> terminalTargets() {
+    return kTargets;
+}
 
 std::optional<std::string_view> terminalTargetBundleID(std::int64_t tag) {
     auto const* const target = std::ranges::find(kTargets, tag, &TerminalTarget::tag);

@@ -14,6 +14,8 @@ struct Alert {
     std::string informativeText;
     AlertStyle style = AlertStyle::informational;
     std::vector<std::string> buttons;
+    /// Shows the application's own icon where the style would show its own.
+    bool showsApplicationIcon = false;
 
     friend bool operator==(Alert const&, Alert const&) = default;
 };

@@ -45,8 +45,8 @@ public:
     registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyId id) = 0;
     virtual void unregisterEventHotKey(EventHotKeyRef hotKey) = 0;
 
-    /// Lets the keys of registered hot keys through to windows, as if they were not registered, until
-    /// the registration ends. What is registered stays registered.
+    /// Lets the keys of registered hot keys through to windows, as if they were not registered,
+    /// until the registration ends. What is registered stays registered.
     virtual Registration suspend() = 0;
 
 protected:

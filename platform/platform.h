@@ -4,18 +4,29 @@ namespace trovel {
 
 class Accessibility;
 class Alerts;
+class Animator;
 class Application;
+class BundleInfo;
 class Cursors;
 class EventMonitors;
 class EventSynthesizer;
+class FileSystem;
 class HotkeyService;
+class Icons;
+class ImageEncoder;
+class LoginItem;
 class MainQueue;
+class OpenPanels;
 class Pasteboard;
 class Permissions;
 class PreferenceStore;
+class ProcessHost;
 class ScreenCapturer;
 class Screens;
 class ScriptRunner;
+class StatusBar;
+class Updater;
+class WallClock;
 class WindowHost;
 class Worker;
 class Workspace;
@@ -40,6 +51,17 @@ struct Platform {
     EventMonitors& monitors;
     Cursors& cursors;
     Alerts& alerts;
+    StatusBar& statusBar;
+    Animator& animator;
+    Icons& icons;
+    OpenPanels& openPanels;
+    FileSystem& files;
+    ImageEncoder& imageEncoder;
+    WallClock& wallClock;
+    BundleInfo& bundle;
+    ProcessHost& process;
+    LoginItem& loginItem;
+    Updater& updater;
 };
 
 } // namespace trovel

@@ -41,8 +41,8 @@ constexpr Color kSecondaryLabelColor = Color::system(Color::Name::secondaryLabel
 constexpr Color kTertiaryLabelColor = Color::system(Color::Name::tertiaryLabel);
 constexpr Color kSeparatorColor = Color::system(Color::Name::separator);
 
-/// The card's own choice of symbols. It does not follow the catalogue's icons: only these four names
-/// have a symbol of their own here.
+/// The card's own choice of symbols. It does not follow the catalogue's icons: only these four
+/// names have a symbol of their own here.
 std::string_view symbolForApp(std::string_view name) {
     if (name == "Claude") return "brain.head.profile";
     if (name == "ChatGPT") return "bubble.left.fill";
@@ -125,12 +125,10 @@ void AppCard::setupViews() {
     updateAccessibility();
     Rect const iconFrame{(frame().width - kIconSize) * 0.5, frame().height - 46, kIconSize,
                          kIconSize};
-    addSubview(
-        std::make_shared<ImageView>(iconFrame, iconForApp(platform_, appName_, kIconSize)));
-    addSubview(std::make_shared<Label>(Rect{kNameFrame.x, kNameFrame.y, frame().width, 14},
-                                       appName_,
-                                       Label::Look{Font::system(11, Font::Weight::medium),
-                                                   kLabelColor, TextAlignment::center}));
+    addSubview(std::make_shared<ImageView>(iconFrame, iconForApp(platform_, appName_, kIconSize)));
+    addSubview(std::make_shared<Label>(
+        Rect{kNameFrame.x, kNameFrame.y, frame().width, 14}, appName_,
+        Label::Look{Font::system(11, Font::Weight::medium), kLabelColor, TextAlignment::center}));
     trackPointer();
     updateAppearance();
 }
@@ -237,14 +235,14 @@ void AppSelectorView::addPlusButton(Rect frame) {
     style.borderWidth = 1;
     style.borderColor = kSeparatorColor;
     plusButton_->setLayer(style);
-    plusButton_->addSubview(std::make_shared<Label>(
-        kPlusFrame, "+",
-        Label::Look{Font::system(24, Font::Weight::light), kTertiaryLabelColor,
-                    TextAlignment::center}));
-    plusButton_->addSubview(std::make_shared<Label>(
-        kNameFrame, "Other",
-        Label::Look{Font::system(11, Font::Weight::medium), kSecondaryLabelColor,
-                    TextAlignment::center}));
+    plusButton_->addSubview(
+        std::make_shared<Label>(kPlusFrame, "+",
+                                Label::Look{Font::system(24, Font::Weight::light),
+                                            kTertiaryLabelColor, TextAlignment::center}));
+    plusButton_->addSubview(
+        std::make_shared<Label>(kNameFrame, "Other",
+                                Label::Look{Font::system(11, Font::Weight::medium),
+                                            kSecondaryLabelColor, TextAlignment::center}));
     plusButton_->setClickAction([weak = weak_from_this()] {
         if (auto self = std::static_pointer_cast<AppSelectorView>(weak.lock())) {
             self->plusClicked();
@@ -262,7 +260,9 @@ void AppSelectorView::selectApp(std::string const& name) {
     if (onSelectionChanged) onSelectionChanged(name);
 }
 
-void AppSelectorView::plusClicked() { chooseCustomApp(); }
+void AppSelectorView::plusClicked() {
+    chooseCustomApp();
+}
 
 void AppSelectorView::chooseCustomApp() {
     OpenPanel panel;

@@ -48,7 +48,8 @@ private:
 
     Platform platform_;
     std::string appName_;
-    // Neither layer is ever attached or filled: the selected state is shown by tint and border alone.
+    // Neither layer is ever attached or filled: the selected state is shown by tint and border
+    // alone.
     std::shared_ptr<LayerStyle> iconLayer_ = std::make_shared<LayerStyle>();
     std::shared_ptr<LayerStyle> checkLayer_ = std::make_shared<LayerStyle>();
     bool isSelectedState_ = false;

@@ -38,11 +38,10 @@ void ChangeAppWindowController::buildContent() {
              Font::system(11.5), Color::system(Color::Name::tertiaryLabel), TextAlignment::center);
 
     Preferences preferences(context_.platform.preferences);
-    appSelector_ = AppSelectorView::make(context_.platform, {0, 42, kWidth, 80},
-                                         preferences.preferredAIApp());
-    appSelector_->setOnSelectionChanged([preferences](std::string const& name) mutable {
-        preferences.setPreferredAIApp(name);
-    });
+    appSelector_ =
+        AppSelectorView::make(context_.platform, {0, 42, kWidth, 80}, preferences.preferredAIApp());
+    appSelector_->setOnSelectionChanged(
+        [preferences](std::string const& name) mutable { preferences.setPreferredAIApp(name); });
     content.addSubview(appSelector_);
 
     Button::Look look;

@@ -47,10 +47,9 @@ void HotkeyRecorderWindowController::buildContent() {
     addLabel(content, {0, 115, kWidth, 20}, "Press a new hotkey combination",
              Font::system(14, Font::Weight::semibold), Color::system(Color::Name::label),
              TextAlignment::center);
-    instructionLabel_ = addLabel(content, {0, 92, kWidth, 16},
-                                 "Must include at least one modifier (⌘, ⌃, ⌥, or ⇧)",
-                                 Font::system(11), Color::system(Color::Name::secondaryLabel),
-                                 TextAlignment::center);
+    instructionLabel_ = addLabel(
+        content, {0, 92, kWidth, 16}, "Must include at least one modifier (⌘, ⌃, ⌥, or ⇧)",
+        Font::system(11), Color::system(Color::Name::secondaryLabel), TextAlignment::center);
     Label::Look look;
     look.font = Font::monospacedSystem(22, Font::Weight::medium);
     look.alignment = TextAlignment::center;
@@ -108,7 +107,9 @@ void HotkeyRecorderWindowController::windowDidBecomeKey() {
     hotkeySuspension_ = context_.platform.hotkeys.suspend();
 }
 
-void HotkeyRecorderWindowController::windowDidResignKey() { hotkeySuspension_.reset(); }
+void HotkeyRecorderWindowController::windowDidResignKey() {
+    hotkeySuspension_.reset();
+}
 
 void showHotkeyRecorderWindow(WindowContext const& context,
                               HotkeyRecorderWindowController::OnHotkeyRecorded onHotkeyRecorded) {

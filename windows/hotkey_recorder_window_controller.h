@@ -13,8 +13,8 @@ namespace trovel {
 class Button;
 class Label;
 
-/// Lets the user press a new hotkey and reports it; storing and registering it is the caller's. Main
-/// thread only.
+/// Lets the user press a new hotkey and reports it; storing and registering it is the caller's.
+/// Main thread only.
 ///
 /// A registered hot key never reaches a window, so while this window has the keyboard the program's
 /// own hotkey is suspended and can be recorded again.

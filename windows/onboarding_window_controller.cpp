@@ -133,11 +133,11 @@ void OnboardingWindowController::addContinueButton() {
     look.isLarge = true;
     look.contentTint = Color::white(1, 1);
     look.keyEquivalent = "\r";
-    continueButton_ =
-        std::make_shared<Button>(Rect{(kWidth - 180) * 0.5, 28, 180, 36}, "Get Started", look,
-                                 [weak = std::weak_ptr(self())] {
-                                     if (auto controller = weak.lock()) controller->getStarted();
-                                 });
+    continueButton_ = std::make_shared<Button>(Rect{(kWidth - 180) * 0.5, 28, 180, 36},
+                                               "Get Started", look, [weak = std::weak_ptr(self())] {
+                                                   if (auto controller = weak.lock())
+                                                       controller->getStarted();
+                                               });
     LayerStyle style;
     style.cornerRadius = 8;
     style.backgroundColor = kAccent;
@@ -149,12 +149,11 @@ void OnboardingWindowController::getStarted() {
     // Closing empties the slot, which may hold the last reference.
     auto const keep = self();
     Preferences preferences(context_.platform.preferences);
-    preferences.setPreferredAIApp(
-        appSelector_->selectedName().value_or(std::string(kFallbackApp)));
+    preferences.setPreferredAIApp(appSelector_->selectedName().value_or(std::string(kFallbackApp)));
     window()->close();
     context_.slots.sharedOnboardingWindow.reset();
-    showPermissionsWindow(
-        context_, [preferences]() mutable { preferences.setHasCompletedOnboarding(true); });
+    showPermissionsWindow(context_,
+                          [preferences]() mutable { preferences.setHasCompletedOnboarding(true); });
 }
 
 void OnboardingWindowController::windowWillClose() {

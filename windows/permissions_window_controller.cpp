@@ -141,8 +141,8 @@ std::shared_ptr<Label> PermissionsWindowController::addRow(Row const& row) {
         icon = SymbolIcon{std::string(row.symbol), std::string(row.name),
                           SymbolConfiguration{14, Font::Weight::medium}};
     }
-    content.addSubview(std::make_shared<ImageView>(Rect{32, row.y + 18, 24, 24}, std::move(icon),
-                                                   kAccentColor));
+    content.addSubview(
+        std::make_shared<ImageView>(Rect{32, row.y + 18, 24, 24}, std::move(icon), kAccentColor));
     addLabel(content, {66, row.y + 36, 160, 16}, std::string(row.name),
              Font::system(13, Font::Weight::semibold), kWhite);
     auto status =
@@ -159,9 +159,10 @@ PermissionsWindowController::addGrantButton(double y,
                            action);
 }
 
-std::shared_ptr<Button> PermissionsWindowController::addFilledButton(
-    Rect frame, std::string title, Color background, double cornerRadius, double fontSize,
-    void (PermissionsWindowController::*action)()) {
+std::shared_ptr<Button>
+PermissionsWindowController::addFilledButton(Rect frame, std::string title, Color background,
+                                             double cornerRadius, double fontSize,
+                                             void (PermissionsWindowController::*action)()) {
     Button::Look look;
     look.font = Font::system(fontSize, Font::Weight::medium);
     look.isBordered = false;
@@ -216,9 +217,9 @@ void PermissionsWindowController::openAccessibility() {
 
 void PermissionsWindowController::restartApp() {
     auto const& platform = context_.platform;
-    std::array<std::string, 5> const arguments{
-        "-c", std::string(kRestartScript), "--",
-        std::to_string(platform.process.processIdentifier()), platform.process.bundlePath()};
+    std::array<std::string, 5> const arguments{"-c", std::string(kRestartScript), "--",
+                                               std::to_string(platform.process.processIdentifier()),
+                                               platform.process.bundlePath()};
     // Without the child nobody opens the program again; it ends all the same.
     static_cast<void>(platform.process.startChild("/bin/bash", arguments));
     platform.application.terminate();

@@ -71,8 +71,8 @@ private:
     Completion onComplete_;
 };
 
-/// Opens the permissions window in the middle of the screen, or brings the open one to the front and
-/// replaces its completion.
+/// Opens the permissions window in the middle of the screen, or brings the open one to the front
+/// and replaces its completion.
 void showPermissionsWindow(WindowContext const& context,
                            PermissionsWindowController::Completion onComplete);
 

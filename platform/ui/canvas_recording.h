@@ -48,8 +48,9 @@ struct DrawTextOperation {
     friend bool operator==(DrawTextOperation const&, DrawTextOperation const&) = default;
 };
 
-using CanvasOperation = std::variant<FillRectOperation, StrokeRectOperation,
-                                     FillRoundedRectOperation, StrokeLinesOperation, FillOvalOperation, DrawTextOperation>;
+using CanvasOperation =
+    std::variant<FillRectOperation, StrokeRectOperation, FillRoundedRectOperation,
+                 StrokeLinesOperation, FillOvalOperation, DrawTextOperation>;
 
 /// A canvas that only notes what is drawn, in order. Two recordings of one view tell what changed
 /// between them.

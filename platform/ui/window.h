@@ -40,7 +40,7 @@ struct WindowAttributes {
     bool ignoresMouseEvents = false;
     bool acceptsMouseMovedEvents = false;
     std::uint32_t collectionBehavior = 0;
-    std::string title;
+    std::string title{};
     bool titlebarAppearsTransparent = false;
     bool isTitleHidden = false;
     bool isMovableByBackground = false;

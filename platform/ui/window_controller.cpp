@@ -14,6 +14,8 @@ WindowController::~WindowController() {
     window_->setNextResponder(nullptr);
 }
 
-void WindowController::showWindow() { window_->makeKeyAndOrderFront(); }
+void WindowController::showWindow() {
+    window_->makeKeyAndOrderFront();
+}
 
 } // namespace trovel
