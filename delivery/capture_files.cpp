@@ -2,27 +2,25 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
+#include <optional>
+#include <ranges>
+#include <utility>
 #include <vector>
 
 namespace trovel {
 
 namespace {
 
-bool isPng(FileSystem::Entry const& entry) {
-    std::string_view name = entry.path;
-    name.remove_prefix(name.rfind('/') + 1);
+bool isPng(std::string_view path) {
+    auto const name = path.substr(path.rfind('/') + 1);
     auto const dot = name.rfind('.');
     if (dot == std::string_view::npos || dot == 0) return false;
-    std::string extension(name.substr(dot + 1));
-    for (char& character : extension) {
-        if (character >= 'A' && character <= 'Z') character = static_cast<char>(character + 32);
-    }
-    return extension == "png";
-}
-
-bool isNewer(FileSystem::Entry const& left, FileSystem::Entry const& right) {
-    if (left.creationDate != right.creationDate) return left.creationDate > right.creationDate;
-    return left.path > right.path;
+    auto const lowerCase = [](char character) {
+        bool const isUpper = character >= 'A' && character <= 'Z';
+        return isUpper ? static_cast<char>(character - 'A' + 'a') : character;
+    };
+    return std::ranges::equal(name.substr(dot + 1), std::string_view("png"), {}, lowerCase);
 }
 
 } // namespace
@@ -38,14 +36,22 @@ std::string captureFileName(FileSystem::Date date) {
 }
 
 void pruneCaptures(FileSystem& files, std::string_view folder, std::size_t keep) {
-    auto entries = files.contentsOfDirectory(folder);
-    if (!entries) return;
-    std::erase_if(*entries, [](auto const& entry) { return !isPng(entry); });
-    if (entries->size() <= keep) return;
-    std::ranges::sort(*entries, isNewer);
-    for (std::size_t i = keep; i < entries->size(); ++i) {
+    auto paths = files.contentsOfDirectory(folder);
+    if (!paths) return;
+    std::erase_if(*paths, [](auto const& path) { return !isPng(path); });
+    if (paths->size() <= keep) return;
+
+    using DatedPath = std::pair<std::optional<FileSystem::Date>, std::string>;
+    std::vector<DatedPath> captures;
+    for (auto& path : *paths) {
+        auto const date = files.creationDate(path);
+        captures.emplace_back(date, std::move(path));
+    }
+    // An absent date compares as the oldest, and equal dates are told apart by the path.
+    std::ranges::sort(captures, std::ranges::greater());
+    for (auto const& [date, path] : captures | std::views::drop(keep)) {
         // One that cannot be deleted does not keep the others.
-        static_cast<void>(files.removeItem((*entries)[i].path));
+        static_cast<void>(files.removeItem(path));
     }
 }
 

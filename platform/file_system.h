@@ -16,13 +16,6 @@ class FileSystem {
 public:
     using Date = std::chrono::sys_time<std::chrono::nanoseconds>;
 
-    struct Entry {
-        std::string path;
-        /// Birth time where the file system has one, else the time of the last change; none when
-        /// neither could be read.
-        std::optional<Date> creationDate;
-    };
-
     FileSystem(FileSystem const&) = delete;
     FileSystem& operator=(FileSystem const&) = delete;
 
@@ -40,12 +33,16 @@ public:
 
     [[nodiscard]] virtual bool fileExists(std::string_view path) const = 0;
 
-    /// What a folder holds, hidden entries left out, in no particular order; nothing when it cannot
-    /// be listed.
-    [[nodiscard]] virtual std::optional<std::vector<Entry>>
+    /// The paths of what a folder holds, hidden entries left out, in no particular order; nothing
+    /// when it cannot be listed.
+    [[nodiscard]] virtual std::optional<std::vector<std::string>>
     contentsOfDirectory(std::string_view path) const = 0;
 
-    /// False when it could not be removed.
+    /// When an entry was made: its birth time where the file system has one, else the time of its
+    /// last change; nothing when neither can be read.
+    [[nodiscard]] virtual std::optional<Date> creationDate(std::string_view path) const = 0;
+
+    /// Removes a file. False when it could not be removed.
     virtual bool removeItem(std::string_view path) = 0;
 
 protected:
