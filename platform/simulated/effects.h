@@ -5,12 +5,16 @@
 #include "platform/geometry.h"
 #include "platform/hotkey_service.h"
 #include "platform/key_codes.h"
+#include "platform/open_panels.h"
 #include "platform/screen_capturer.h"
 #include "platform/simulated/operation.h"
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace trovel {
 
@@ -184,6 +188,78 @@ struct AlertClosed {
     friend bool operator==(AlertClosed const&, AlertClosed const&) = default;
 };
 
+// Windows of the setup, menus, and what they ask of the system.
+struct MenuOpened {
+    friend bool operator==(MenuOpened const&, MenuOpened const&) = default;
+};
+/// A row of an open menu was written to; the title and state that it has now.
+struct MenuItemChanged {
+    std::string title;
+    bool isOn = false;
+    friend bool operator==(MenuItemChanged const&, MenuItemChanged const&) = default;
+};
+struct AnimationGroupRun {
+    std::chrono::nanoseconds duration{};
+    friend bool operator==(AnimationGroupRun const&, AnimationGroupRun const&) = default;
+};
+struct WindowCentered {
+    int window = 0;
+    friend bool operator==(WindowCentered const&, WindowCentered const&) = default;
+};
+struct PanelShown {
+    OpenPanel panel;
+    friend bool operator==(PanelShown const&, PanelShown const&) = default;
+};
+struct PermissionRequested {
+    Permission permission = Permission::accessibility;
+    friend bool operator==(PermissionRequested const&, PermissionRequested const&) = default;
+};
+struct UrlOpened {
+    std::string url;
+    friend bool operator==(UrlOpened const&, UrlOpened const&) = default;
+};
+struct ChildStarted {
+    std::string executable;
+    std::vector<std::string> arguments;
+    friend bool operator==(ChildStarted const&, ChildStarted const&) = default;
+};
+struct HotKeysSuspended {
+    bool isSuspended = false;
+    friend bool operator==(HotKeysSuspended const&, HotKeysSuspended const&) = default;
+};
+
+// Files, login item, updates, and texts on the pasteboard.
+struct TextWritten {
+    std::string text;
+    friend bool operator==(TextWritten const&, TextWritten const&) = default;
+};
+struct FolderMade {
+    std::string path;
+    friend bool operator==(FolderMade const&, FolderMade const&) = default;
+};
+struct FileWritten {
+    std::string path;
+    std::size_t size = 0;
+    friend bool operator==(FileWritten const&, FileWritten const&) = default;
+};
+struct FileRemoved {
+    std::string path;
+    friend bool operator==(FileRemoved const&, FileRemoved const&) = default;
+};
+struct LoginItemAsked {
+    friend bool operator==(LoginItemAsked const&, LoginItemAsked const&) = default;
+};
+struct LoginItemChanged {
+    bool isRegistered = false;
+    friend bool operator==(LoginItemChanged const&, LoginItemChanged const&) = default;
+};
+struct UpdaterMade {
+    friend bool operator==(UpdaterMade const&, UpdaterMade const&) = default;
+};
+struct UpdatesChecked {
+    friend bool operator==(UpdatesChecked const&, UpdatesChecked const&) = default;
+};
+
 // The world's own doing.
 /// A remark of whoever holds the desktop.
 struct Noted {
@@ -197,17 +273,20 @@ struct FaultStruck {
 
 } // namespace effect
 
-using Effect =
-    std::variant<effect::Launched, effect::Terminated, effect::ActivationAsked,
-                 effect::FrontmostChanged, effect::PermissionAsked, effect::PreferenceWritten,
-                 effect::PasteboardCleared, effect::PictureWritten, effect::ScriptExecuted,
-                 effect::HandlerInstalled, effect::HandlerRemoved, effect::HotKeyRegistered,
-                 effect::HotKeyUnregistered, effect::HotKeyHandled, effect::CaptureSessionBegan,
-                 effect::CaptureSessionEnded, effect::DisplaysListed, effect::DisplayCaptured,
-                 effect::MousePosted, effect::KeyPosted, effect::EventDropped, effect::Clicked,
-                 effect::Pasted, effect::Typed, effect::OrderedFront, effect::MadeKey,
-                 effect::OrderedOut, effect::MonitorAdded, effect::MonitorRemoved,
-                 effect::CrosshairPushed, effect::CursorPopped, effect::AlertShown,
-                 effect::AlertClosed, effect::Noted, effect::FaultStruck>;
+using Effect = std::variant<
+    effect::Launched, effect::Terminated, effect::ActivationAsked, effect::FrontmostChanged,
+    effect::PermissionAsked, effect::PreferenceWritten, effect::PasteboardCleared,
+    effect::PictureWritten, effect::ScriptExecuted, effect::HandlerInstalled,
+    effect::HandlerRemoved, effect::HotKeyRegistered, effect::HotKeyUnregistered,
+    effect::HotKeyHandled, effect::CaptureSessionBegan, effect::CaptureSessionEnded,
+    effect::DisplaysListed, effect::DisplayCaptured, effect::MousePosted, effect::KeyPosted,
+    effect::EventDropped, effect::Clicked, effect::Pasted, effect::Typed, effect::OrderedFront,
+    effect::MadeKey, effect::OrderedOut, effect::MonitorAdded, effect::MonitorRemoved,
+    effect::CrosshairPushed, effect::CursorPopped, effect::AlertShown, effect::AlertClosed,
+    effect::MenuOpened, effect::MenuItemChanged, effect::AnimationGroupRun, effect::WindowCentered,
+    effect::PanelShown, effect::PermissionRequested, effect::UrlOpened, effect::ChildStarted,
+    effect::HotKeysSuspended, effect::TextWritten, effect::FolderMade, effect::FileWritten,
+    effect::FileRemoved, effect::LoginItemAsked, effect::LoginItemChanged, effect::UpdaterMade,
+    effect::UpdatesChecked, effect::Noted, effect::FaultStruck>;
 
 } // namespace trovel

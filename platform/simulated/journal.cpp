@@ -3,6 +3,7 @@
 #include <iomanip>
 #include <ostream>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 namespace trovel {
@@ -33,6 +34,10 @@ std::ostream& operator<<(std::ostream& stream, PreferenceValue const& value) {
     return stream << std::quoted(std::get<std::string>(value));
 }
 
+std::string_view nameOf(Permission permission) {
+    return permission == Permission::accessibility ? "accessibility" : "screenRecording";
+}
+
 /// Writes an effect as one line: its name, then what it carries.
 class EffectWriter {
 public:
@@ -47,8 +52,7 @@ public:
         stream_ << "FrontmostChanged " << e.processIdentifier;
     }
     void operator()(effect::PermissionAsked const& e) {
-        stream_ << "PermissionAsked "
-                << (e.permission == Permission::accessibility ? "accessibility" : "screenRecording")
+        stream_ << "PermissionAsked " << nameOf(e.permission)
                 << (e.isGranted ? " granted" : " missing");
     }
     void operator()(effect::PreferenceWritten const& e) {
@@ -110,6 +114,42 @@ public:
         for (auto const& button : e.alert.buttons) stream_ << " [" << button << ']';
     }
     void operator()(effect::AlertClosed const&) { stream_ << "AlertClosed"; }
+    void operator()(effect::MenuOpened const&) { stream_ << "MenuOpened"; }
+    void operator()(effect::MenuItemChanged const& e) {
+        stream_ << "MenuItemChanged " << std::quoted(e.title) << (e.isOn ? " on" : " off");
+    }
+    void operator()(effect::AnimationGroupRun const& e) {
+        stream_ << "AnimationGroupRun " << e.duration.count() << " ns";
+    }
+    void operator()(effect::WindowCentered const& e) { stream_ << "WindowCentered " << e.window; }
+    void operator()(effect::PanelShown const& e) {
+        stream_ << "PanelShown " << std::quoted(e.panel.title);
+    }
+    void operator()(effect::PermissionRequested const& e) {
+        stream_ << "PermissionRequested " << nameOf(e.permission);
+    }
+    void operator()(effect::UrlOpened const& e) { stream_ << "UrlOpened " << e.url; }
+    void operator()(effect::ChildStarted const& e) {
+        stream_ << "ChildStarted " << e.executable;
+        for (auto const& argument : e.arguments) stream_ << ' ' << std::quoted(argument);
+    }
+    void operator()(effect::HotKeysSuspended const& e) {
+        stream_ << (e.isSuspended ? "HotKeysSuspended" : "HotKeysResumed");
+    }
+    void operator()(effect::TextWritten const& e) {
+        stream_ << "TextWritten " << std::quoted(e.text);
+    }
+    void operator()(effect::FolderMade const& e) { stream_ << "FolderMade " << e.path; }
+    void operator()(effect::FileWritten const& e) {
+        stream_ << "FileWritten " << e.path << ' ' << e.size;
+    }
+    void operator()(effect::FileRemoved const& e) { stream_ << "FileRemoved " << e.path; }
+    void operator()(effect::LoginItemAsked const&) { stream_ << "LoginItemAsked"; }
+    void operator()(effect::LoginItemChanged const& e) {
+        stream_ << (e.isRegistered ? "LoginItemRegistered" : "LoginItemUnregistered");
+    }
+    void operator()(effect::UpdaterMade const&) { stream_ << "UpdaterMade"; }
+    void operator()(effect::UpdatesChecked const&) { stream_ << "UpdatesChecked"; }
     void operator()(effect::Noted const& e) { stream_ << "-- " << e.text; }
     void operator()(effect::FaultStruck const& e) {
         stream_ << "FaultStruck " << kOperationNames[static_cast<std::size_t>(e.operation)];

@@ -8,6 +8,9 @@ SimulatedDesktop::SimulatedDesktop(std::uint64_t seed)
       hotkeys(journal, faults), windows(queue, journal), workspace(queue, journal),
       scripts(workspace, journal, faults), accessibility(workspace, permissions, faults),
       application(queue, journal, faults, workspace), alerts(queue, journal, application),
+      statusBar(journal), animator(journal), openPanels(journal), wallClock(queue),
+      files(journal, faults, wallClock), encoder(faults), process(journal, faults),
+      loginItem(journal, faults), updater(journal),
       capturer({journal, faults, worker, permissions, screens, windows}),
       input({journal, queue, screens, workspace, application, pasteboard, hotkeys, monitors,
              windows, alerts, capturer}),
@@ -21,9 +24,10 @@ SimulatedDesktop::SimulatedDesktop(std::uint64_t seed)
 }
 
 Platform SimulatedDesktop::platform() {
-    return {application, queue,         worker,   preferences, pasteboard, workspace,
-            scripts,     accessibility, events,   permissions, screens,    capturer,
-            hotkeys,     windows,       monitors, cursors,     alerts};
+    return {application,   queue,   worker,      preferences, pasteboard, workspace, scripts,
+            accessibility, events,  permissions, screens,     capturer,   hotkeys,   windows,
+            monitors,      cursors, alerts,      statusBar,   animator,   icons,     openPanels,
+            files,         encoder, wallClock,   bundle,      process,    loginItem, updater};
 }
 
 } // namespace trovel

@@ -5,19 +5,30 @@
 #include "platform/simulated/journal.h"
 #include "platform/simulated/simulated_accessibility.h"
 #include "platform/simulated/simulated_alerts.h"
+#include "platform/simulated/simulated_animator.h"
 #include "platform/simulated/simulated_application.h"
+#include "platform/simulated/simulated_bundle.h"
 #include "platform/simulated/simulated_capturer.h"
 #include "platform/simulated/simulated_cursors.h"
+#include "platform/simulated/simulated_encoder.h"
+#include "platform/simulated/simulated_files.h"
 #include "platform/simulated/simulated_hotkeys.h"
+#include "platform/simulated/simulated_icons.h"
 #include "platform/simulated/simulated_input.h"
+#include "platform/simulated/simulated_login_item.h"
 #include "platform/simulated/simulated_monitors.h"
+#include "platform/simulated/simulated_open_panels.h"
 #include "platform/simulated/simulated_pasteboard.h"
 #include "platform/simulated/simulated_permissions.h"
 #include "platform/simulated/simulated_preferences.h"
+#include "platform/simulated/simulated_process.h"
 #include "platform/simulated/simulated_screens.h"
 #include "platform/simulated/simulated_scripts.h"
+#include "platform/simulated/simulated_status_bar.h"
 #include "platform/simulated/simulated_synthesizer.h"
+#include "platform/simulated/simulated_updater.h"
 #include "platform/simulated/simulated_user.h"
+#include "platform/simulated/simulated_wall_clock.h"
 #include "platform/simulated/simulated_windows.h"
 #include "platform/simulated/simulated_worker.h"
 #include "platform/simulated/simulated_workspace.h"
@@ -61,6 +72,17 @@ public:
     SimulatedAccessibility accessibility;
     SimulatedApplication application;
     SimulatedAlerts alerts;
+    SimulatedStatusBar statusBar;
+    SimulatedAnimator animator;
+    SimulatedIcons icons;
+    SimulatedOpenPanels openPanels;
+    SimulatedWallClock wallClock;
+    SimulatedFiles files;
+    SimulatedEncoder encoder;
+    SimulatedBundle bundle;
+    SimulatedProcess process;
+    SimulatedLoginItem loginItem;
+    SimulatedUpdater updater;
     SimulatedCapturer capturer;
     SimulatedInput input;
     SimulatedSynthesizer events;

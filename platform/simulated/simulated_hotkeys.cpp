@@ -43,6 +43,13 @@ void SimulatedHotkeys::unregisterEventHotKey(EventHotKeyRef hotKey) {
     hotKeys_.erase(found);
 }
 
+Registration SimulatedHotkeys::suspend() {
+    if (suspensions_++ == 0) journal_.record(effect::HotKeysSuspended{true});
+    return Registration([this] {
+        if (--suspensions_ == 0) journal_.record(effect::HotKeysSuspended{false});
+    });
+}
+
 bool SimulatedHotkeys::isRegistered(KeyCombination combination) const {
     return std::ranges::find(hotKeys_, combination, &HotKey::combination) != hotKeys_.end();
 }
@@ -54,7 +61,7 @@ std::vector<KeyCombination> SimulatedHotkeys::combinations() const {
 }
 
 bool SimulatedHotkeys::press(KeyCombination combination) {
-    if (!isRegistered(combination)) return false;
+    if (isSuspended() || !isRegistered(combination)) return false;
     // A handler may remove itself and others: those that are gone by then are not asked.
     auto const handlers = handlers_;
     for (auto const& handler : handlers | std::views::reverse) {

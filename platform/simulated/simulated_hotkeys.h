@@ -24,14 +24,16 @@ public:
     std::optional<EventHotKeyRef>
     registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyId id) override;
     void unregisterEventHotKey(EventHotKeyRef hotKey) override;
+    Registration suspend() override;
 
     /// Another program has the combination from now on.
     void takeElsewhere(KeyCombination combination) { takenElsewhere_.insert(combination); }
 
-    /// A press of the combination. True when it is a hot key of the program: nobody else sees it,
-    /// and the handlers are asked, the newest first, until one handles it.
+    /// A press of the combination. True when it is a hot key of the program and not suspended:
+    /// nobody else sees it, and the handlers are asked, the newest first, until one handles it.
     bool press(KeyCombination combination);
 
+    [[nodiscard]] bool isSuspended() const { return suspensions_ > 0; }
     [[nodiscard]] bool isRegistered(KeyCombination combination) const;
     [[nodiscard]] std::size_t hotKeyCount() const { return hotKeys_.size(); }
     [[nodiscard]] std::size_t handlerCount() const { return handlers_.size(); }
@@ -54,6 +56,7 @@ private:
     std::vector<HotKey> hotKeys_;
     std::set<KeyCombination> takenElsewhere_;
     std::uintptr_t nextRef_ = 1;
+    int suspensions_ = 0;
 };
 
 } // namespace trovel

@@ -29,4 +29,14 @@ bool SimulatedPasteboard::writeImage(Image const& image) {
     return true;
 }
 
+bool SimulatedPasteboard::writeText(std::string_view text) {
+    if (faults_.strikes(Operation::writeText)) {
+        replace({});
+        return false;
+    }
+    journal_.record(effect::TextWritten{std::string(text)});
+    replace(std::string(text));
+    return true;
+}
+
 } // namespace trovel

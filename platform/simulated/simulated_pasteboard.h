@@ -15,6 +15,7 @@ public:
 
     void clearContents() override;
     bool writeImage(Image const& image) override;
+    bool writeText(std::string_view text) override;
 
     /// Another program writes a text.
     void copyElsewhere(std::string text) { replace(std::move(text)); }

@@ -20,6 +20,13 @@ public:
         return ask(Permission::screenRecording);
     }
 
+    void promptForAccessibility() override {
+        journal_.record(effect::PermissionRequested{Permission::accessibility});
+    }
+    void requestScreenCapture() override {
+        journal_.record(effect::PermissionRequested{Permission::screenRecording});
+    }
+
     void grant(Permission permission) { granted_[static_cast<std::size_t>(permission)] = true; }
     void revoke(Permission permission) { granted_[static_cast<std::size_t>(permission)] = false; }
 

@@ -23,6 +23,7 @@ public:
         host_.makeKey(&window_);
     }
     void orderOut() override { host_.orderOut(*this); }
+    void center() override { host_.journal_.record(effect::WindowCentered{number_}); }
 
     [[nodiscard]] Window& window() const { return window_; }
     [[nodiscard]] int number() const { return number_; }
@@ -143,7 +144,12 @@ void SimulatedWindows::display() {
         auto const* window = view ? view->window() : nullptr;
         if (window == nullptr || !window->isVisible()) continue;
         switch (view->kind()) {
-        case ViewKind::container: break;
+        case ViewKind::container:
+        case ViewKind::label:
+        case ViewKind::button:
+        case ViewKind::imageView:
+        case ViewKind::separator:
+        case ViewKind::visualEffect: break;
         case ViewKind::canvas: {
             CanvasRecording recording(simulatedTextSize);
             static_cast<CanvasView const&>(*view).draw(recording);

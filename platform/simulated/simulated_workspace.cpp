@@ -35,6 +35,22 @@ std::optional<RunningApplication> SimulatedWorkspace::frontmostApplication() con
     return front != nullptr ? std::optional(handleOf(*front)) : std::nullopt;
 }
 
+std::vector<RunningApplication> SimulatedWorkspace::runningApplicationsWithBundleIdentifier(
+    std::string_view bundleIdentifier) const {
+    auto applications = runningApplications();
+    std::erase_if(applications, [bundleIdentifier](auto const& application) {
+        return application.bundleIdentifier != bundleIdentifier;
+    });
+    return applications;
+}
+
+void SimulatedWorkspace::openUrl(std::string_view url) {
+    auto const colon = url.find(':');
+    if (colon == 0 || colon == std::string_view::npos || colon + 1 == url.size()) return;
+    if (url.find(' ') != std::string_view::npos) return;
+    journal_.record(effect::UrlOpened{std::string(url)});
+}
+
 SimulatedProgram& SimulatedWorkspace::start(SimulatedProgram program) {
     program.processIdentifier = nextProcess_++;
     for (auto& window : program.windows) window.id = nextWindow_++;

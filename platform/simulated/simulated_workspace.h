@@ -22,6 +22,10 @@ public:
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override;
+    [[nodiscard]] std::vector<RunningApplication>
+    runningApplicationsWithBundleIdentifier(std::string_view bundleIdentifier) const override;
+    /// Takes for valid what has a scheme and something behind it.
+    void openUrl(std::string_view url) override;
 
     /// Starts a program behind all others. Its identifiers are given out here: those of the
     /// program and those of its windows. The reference is good until the program is quit.

@@ -26,7 +26,7 @@ struct KeyEvent {
     KeyCode keyCode = 0;
     EventFlags modifierFlags = 0;
     /// What the key types without its modifiers, UTF-8; "\r" for Return.
-    std::string characters;
+    std::string characters{};
 };
 
 } // namespace trovel

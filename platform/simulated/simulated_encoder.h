@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/image_encoder.h"
+#include "platform/simulated/faults.h"
+
+namespace trovel {
+
+/// An encoder whose files say which picture is in them, as text.
+class SimulatedEncoder final : public ImageEncoder {
+public:
+    explicit SimulatedEncoder(Faults& faults) : faults_(faults) {}
+    ~SimulatedEncoder() = default;
+
+    [[nodiscard]] ByteBuffer pngRepresentation(Image const& image) override;
+
+private:
+    Faults& faults_;
+};
+
+/// The content of the file for `image`.
+[[nodiscard]] std::vector<std::uint8_t> simulatedPng(Image const& image);
+
+} // namespace trovel
