@@ -4,6 +4,10 @@
 #include "platform/ui/view.h"
 #include "platform/ui/window.h"
 
+#include <algorithm>
+#include <string>
+#include <utility>
+
 namespace trovel {
 
 bool SimulatedInput::hasKeyboard() const {
@@ -22,10 +26,17 @@ void SimulatedInput::keyDown(KeyCode keyCode, EventFlags flags) {
         return;
     }
     if (hasKeyboard()) {
-        sendKeyToTrovel({KeyEvent::Kind::keyDown, keyCode, flags});
+        std::string const characters = keyCode == kKeyReturn ? "\r" : "";
+        sendKeyToTrovel({KeyEvent::Kind::keyDown, keyCode, flags, characters});
     } else {
         sendKeyToProgram(keyCode, flags);
     }
+}
+
+void SimulatedInput::changeFlags(EventFlags flags) {
+    auto* const window = world_.windows.keyWindow();
+    if (window == nullptr || !hasKeyboard()) return;
+    window->receive(KeyEvent{KeyEvent::Kind::flagsChanged, 0, flags, {}});
 }
 
 void SimulatedInput::keyUp(KeyCode keyCode) {
@@ -59,10 +70,37 @@ void SimulatedInput::sendKeyToProgram(KeyCode keyCode, EventFlags flags) {
 void SimulatedInput::movePointer(Point point) {
     pointer_ = point;
     world_.capturer.setPointer(point);
-    if (!isLeftDown_) return;
+    if (!isLeftDown_) {
+        trackPointer();
+        return;
+    }
     if (auto const window = pressedWindow_.lock()) {
         sendMouse(*window, MouseEvent::Kind::leftDragged);
     }
+}
+
+void SimulatedInput::trackPointer() {
+    auto* const window = world_.windows.windowAt(pointer_);
+    std::vector<std::weak_ptr<View>> under;
+    if (window != nullptr && window->contentView()) {
+        auto const& frame = window->attributes().contentRect;
+        auto* view = window->contentView()->hitTest({pointer_.x - frame.x, pointer_.y - frame.y});
+        for (; view != nullptr; view = view->superview()) {
+            if (view->tracksPointer()) under.push_back(view->weak_from_this());
+        }
+    }
+    auto const tell = [](auto const& views, auto const& others, bool isInside) {
+        for (auto const& weak : views) {
+            auto const view = weak.lock();
+            bool const isInBoth = std::ranges::any_of(
+                others, [&view](auto const& other) { return other.lock() == view; });
+            auto* const owner = view ? view->window() : nullptr;
+            if (owner != nullptr && !isInBoth) owner->receivePointer(*view, isInside);
+        }
+    };
+    auto const before = std::exchange(viewsUnderPointer_, under);
+    tell(before, under, false);
+    tell(under, before, true);
 }
 
 void SimulatedInput::sendMouse(Window& window, MouseEvent::Kind kind) {

@@ -15,6 +15,7 @@
 
 #include <memory>
 #include <set>
+#include <vector>
 
 namespace trovel {
 
@@ -42,6 +43,8 @@ public:
     /// A key that is down already is the keyboard's auto-repeat.
     void keyDown(KeyCode keyCode, EventFlags flags);
     void keyUp(KeyCode keyCode);
+    /// The modifiers that are held change.
+    void changeFlags(EventFlags flags);
     void leftDown(Point point);
     void leftUp(Point point);
     void rightDown(Point point);
@@ -55,12 +58,14 @@ private:
     [[nodiscard]] bool hasKeyboard() const;
     void sendKeyToTrovel(KeyEvent const& event);
     void sendKeyToProgram(KeyCode keyCode, EventFlags flags);
+    void trackPointer();
     void sendMouse(Window& window, MouseEvent::Kind kind);
 
     World world_;
     std::set<KeyCode> keysDown_;
     std::set<KeyCode> hotKeysDown_; // among them, those that were a hot key
     std::weak_ptr<Window> pressedWindow_;
+    std::vector<std::weak_ptr<View>> viewsUnderPointer_; // those that track it
     bool isLeftDown_ = false;
     Point pointer_;
 };

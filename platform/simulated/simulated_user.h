@@ -19,6 +19,9 @@ public:
     /// Holds a key for so long that it repeats so often.
     void holdKey(KeyCode keyCode, EventFlags flags, int repeats);
 
+    /// Holds exactly these modifiers from now on.
+    void holdModifiers(EventFlags flags) { input_.changeFlags(flags); }
+
     void movePointer(Point point) { input_.movePointer(point); }
     void mouseDown(Point point) { input_.leftDown(point); }
     void mouseUp(Point point) { input_.leftUp(point); }
