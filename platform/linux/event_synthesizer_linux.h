@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/event_synthesizer.h"
+#include "platform/linux/written_contents.h"
 #include "platform/linux/xcb/keymap.h"
 
 #include <xcb/xcb.h>
@@ -12,9 +13,6 @@
 namespace trovel {
 
 class XcbConnection;
-
-/// What this program itself put on the clipboard last.
-enum class WrittenContents : std::uint8_t { picture, text };
 
 /// Makes input through the server's XTEST extension, so that no program can tell it from the
 /// hardware's. Positions are pixels of the root window.

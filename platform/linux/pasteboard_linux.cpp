@@ -9,13 +9,43 @@
 #include <QMimeData>
 
 #include <memory>
+#include <utility>
 
 namespace trovel {
 
 namespace {
 
-void offer(std::unique_ptr<QMimeData> data) {
-    QGuiApplication::clipboard()->setMimeData(data.release(), QClipboard::Clipboard);
+void offer(std::unique_ptr<QMimeData> data, QClipboard::Mode mode = QClipboard::Clipboard) {
+    QGuiApplication::clipboard()->setMimeData(data.release(), mode);
+}
+
+/// Whether the selection's owner is a window of Qt's connection, as the server sees it.
+bool isOwner(XcbConnection& connection, QClipboard::Mode mode) {
+    auto const* const name = mode == QClipboard::Selection ? "PRIMARY" : "CLIPBOARD";
+    auto const answer = connection.reply<xcb_get_selection_owner_reply>(
+        xcb_get_selection_owner(connection.get(), connection.atom(name)));
+    if (!answer || answer->owner == XCB_WINDOW_NONE) return false;
+    auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    auto const* const setup = xcb_get_setup(x11->connection());
+    return (answer->owner & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+/// Takes the selection and offers `bytes` as that type. False when somebody else has it afterwards.
+bool take(XcbConnection& connection, QClipboard::Mode mode, QString const& type,
+          QByteArray const& bytes) {
+    auto const offerBytes = [&] {
+        auto data = std::make_unique<QMimeData>();
+        data->setData(type, bytes);
+        offer(std::move(data), mode);
+    };
+    offerBytes();
+    if (isOwner(connection, mode)) return true;
+    // Qt states the time of the last event that it saw, and the server refuses what is older than
+    // the last owner's claim. When the news of that claim has arrived, it is a good time.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                    QEventLoop::ExcludeSocketNotifiers);
+    offerBytes();
+    return isOwner(connection, mode);
 }
 
 } // namespace
@@ -32,30 +62,18 @@ bool PasteboardLinux::writeImage(Image const& image) {
     auto const* const captured = dynamic_cast<CapturedImage const*>(image.pixels.get());
     auto const png = captured != nullptr ? captured->pngData() : nullptr;
     if (!png) return false;
-    auto const offerPng = [&png] {
-        auto data = std::make_unique<QMimeData>();
-        data->setData("image/png", QByteArray(reinterpret_cast<char const*>(png->data()),
-                                              static_cast<qsizetype>(png->size())));
-        offer(std::move(data));
-    };
-    offerPng();
-    if (isOwner()) return true;
-    // Qt states the time of the last event that it saw, and the server refuses what is older than
-    // the last owner's claim. When the news of that claim has arrived, it is a good time.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                    QEventLoop::ExcludeSocketNotifiers);
-    offerPng();
-    return isOwner();
+    lastWritten_ = WrittenContents::picture;
+    return take(connection_, QClipboard::Clipboard, QStringLiteral("image/png"),
+                QByteArray(reinterpret_cast<char const*>(png->data()),
+                           static_cast<qsizetype>(png->size())));
 }
 
-/// Whether the clipboard's owner is a window of Qt's connection, as the server sees it.
-bool PasteboardLinux::isOwner() const {
-    auto const answer = connection_.reply<xcb_get_selection_owner_reply>(
-        xcb_get_selection_owner(connection_.get(), connection_.atom("CLIPBOARD")));
-    if (!answer || answer->owner == XCB_WINDOW_NONE) return false;
-    auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    auto const* const setup = xcb_get_setup(x11->connection());
-    return (answer->owner & ~setup->resource_id_mask) == setup->resource_id_base;
+bool PasteboardLinux::writeText(std::string_view text) {
+    auto const type = QStringLiteral("text/plain");
+    QByteArray const bytes(text.data(), static_cast<qsizetype>(text.size()));
+    lastWritten_ = WrittenContents::text;
+    bool const isOffered = take(connection_, QClipboard::Clipboard, type, bytes);
+    return take(connection_, QClipboard::Selection, type, bytes) && isOffered;
 }
 
 } // namespace trovel

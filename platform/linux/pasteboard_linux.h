@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/written_contents.h"
 #include "platform/pasteboard.h"
 
 namespace trovel {
@@ -8,7 +9,8 @@ class XcbConnection;
 
 /// The clipboard of the X server, served by Qt from the event loop: to large readers in parts, so
 /// the program goes on answering. A picture is offered as a PNG and nothing else, because some
-/// clipboard managers ask for every type that there is.
+/// clipboard managers ask for every type that there is. A text is offered as
+/// the primary selection too: terminals paste from that one.
 class PasteboardLinux final : public Pasteboard {
 public:
     /// The connection must outlive this; needs a QGuiApplication.
@@ -17,11 +19,14 @@ public:
 
     void clearContents() override;
     bool writeImage(Image const& image) override;
+    bool writeText(std::string_view text) override;
+
+    /// The kind of what was written last; a picture before anything was.
+    [[nodiscard]] WrittenContents lastWritten() const { return lastWritten_; }
 
 private:
-    [[nodiscard]] bool isOwner() const;
-
     XcbConnection& connection_;
+    WrittenContents lastWritten_ = WrittenContents::picture;
 };
 
 } // namespace trovel
