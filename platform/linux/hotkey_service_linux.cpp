@@ -4,6 +4,10 @@
 #include "platform/linux/xcb/keymap.h"
 #include "platform/linux/xcb/xkb.h"
 
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
 #include <ranges>
 #include <vector>
 
@@ -73,6 +77,8 @@ std::optional<EventHotKeyRef> HotkeyServiceLinux::registerEventHotKey(std::uint3
     if (!keycode || *keycode == XCB_GRAB_ANY) return std::nullopt;
     Grab const wanted{*keycode, modifiers};
     if (!grab(wanted)) return std::nullopt;
+    // Held for a moment only to learn whether the system lets us.
+    if (isSuspended()) ungrab(wanted);
     auto const ref = nextRef_++;
     grabs_.emplace(ref, wanted);
     return EventHotKeyRef{ref};
@@ -84,6 +90,45 @@ void HotkeyServiceLinux::unregisterEventHotKey(EventHotKeyRef hotKey) {
     ungrab(found->second);
     grabs_.erase(found);
     x_.flush();
+}
+
+Registration HotkeyServiceLinux::suspend() {
+    if ((*suspensions_)++ == 0 && !isResuming_) {
+        for (auto const& each : grabs_ | std::views::values) ungrab(each);
+        x_.flush();
+    }
+    return Registration([this, suspensions = std::weak_ptr(suspensions_)] {
+        if (suspensions.lock()) endSuspension();
+    });
+}
+
+void HotkeyServiceLinux::endSuspension() {
+    if (--*suspensions_ > 0 || isResuming_) return;
+    isResuming_ = true;
+    resume();
+}
+
+void HotkeyServiceLinux::resume() {
+    // A grab that begins while its key is down takes the key's repetitions for presses.
+    constexpr std::chrono::milliseconds kInterval{20};
+    if (isAnyKeyDown()) {
+        QTimer::singleShot(kInterval, [this, suspensions = std::weak_ptr(suspensions_)] {
+            if (suspensions.lock()) resume();
+        });
+        return;
+    }
+    isResuming_ = false;
+    if (isSuspended()) return;
+    for (auto const& each : grabs_ | std::views::values) grab(each);
+    x_.flush();
+}
+
+bool HotkeyServiceLinux::isAnyKeyDown() const {
+    auto const keys = x_.reply<xcb_query_keymap_reply>(xcb_query_keymap(x_.get()));
+    return keys && std::ranges::any_of(grabs_ | std::views::values, [&keys](Grab const& each) {
+               unsigned const eightKeys = keys->keys[each.keycode / 8U];
+               return (eightKeys >> (each.keycode % 8U) & 1U) != 0;
+           });
 }
 
 bool HotkeyServiceLinux::grab(Grab const& grab) const {
@@ -114,12 +159,14 @@ void HotkeyServiceLinux::followMapping() {
     if (map == modifierMap_) return;
     for (auto const& each : grabs_ | std::views::values) ungrab(each);
     modifierMap_ = map;
+    if (isSuspended()) return;
     // A combination that somebody else holds in the new mapping stays registered without a grab and
     // gets another chance with the next change.
     for (auto const& each : grabs_ | std::views::values) grab(each);
 }
 
 bool HotkeyServiceLinux::isHotKey(xcb_key_press_event_t const& press) const {
+    if (isSuspended()) return false;
     auto const state = static_cast<std::uint16_t>(press.state & kModifierBits &
                                                   static_cast<unsigned>(~modifierMap_.locks()));
     for (auto const& each : grabs_ | std::views::values) {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 
 namespace trovel {
@@ -16,6 +17,8 @@ class XcbConnection;
 
 /// Hot keys as passive grabs of the root window: one for every combination of the locks that can be
 /// on, since a grab fits a modifier state exactly. They follow the keyboard's mapping.
+///
+/// While they are suspended the grabs rest, below the registrations.
 ///
 /// A press reaches the handlers also while this connection holds the keyboard itself.
 class HotkeyServiceLinux final : public HotkeyService {
@@ -30,6 +33,7 @@ public:
     std::optional<EventHotKeyRef>
     registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyId id) override;
     void unregisterEventHotKey(EventHotKeyRef hotKey) override;
+    Registration suspend() override;
 
     /// Whether this press of a key is a hot key's, so that nobody else is to see it.
     [[nodiscard]] bool isHotKey(xcb_key_press_event_t const& press) const;
@@ -59,6 +63,10 @@ private:
     void handlePress(xcb_key_press_event_t const& press);
     [[nodiscard]] bool isRepeat(xcb_key_press_event_t const& press) const;
     void callHandlers() const;
+    void endSuspension();
+    void resume();
+    [[nodiscard]] bool isAnyKeyDown() const;
+    [[nodiscard]] bool isSuspended() const { return *suspensions_ > 0 || isResuming_; }
     bool grab(Grab const& grab) const;
     void ungrab(Grab const& grab) const;
     void followMapping();
@@ -71,6 +79,8 @@ private:
     std::optional<HeldKey> held_;
     std::uint8_t xkbEvent_ = 0; // 0 when the server has no XKB
     bool isMappingStale_ = false;
+    std::shared_ptr<int> suspensions_ = std::make_shared<int>(0); // how many have not ended
+    bool isResuming_ = false; // waits for the user to let go of a key
     Registration events_;
     Registration batches_;
 };
