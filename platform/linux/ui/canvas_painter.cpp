@@ -94,6 +94,8 @@ PixelRegion CanvasPainter::shapeOf(CanvasOperation const& operation) {
                    },
                    [this](StrokeRectOperation const& stroke) { return frameShape(stroke); },
                    [&](FillRoundedRectOperation const&) { return PixelRegion(placeOf(operation)); },
+                   [](StrokeLinesOperation const&) { return PixelRegion(); },
+                   [](FillOvalOperation const&) { return PixelRegion(); },
                    [&](DrawTextOperation const&) { return PixelRegion(placeOf(operation)); }},
         operation);
     return whole.intersectedWith(bounds_);
@@ -197,6 +199,8 @@ void CanvasPainter::paintOperation(CanvasOperation const& operation, PixelRegion
                               render_.fill(picture_, region, stroke.color);
                           },
                           [&](FillRoundedRectOperation const&) { blend(operation); },
+                          [](StrokeLinesOperation const&) {}, // no overlay draws these two
+                          [](FillOvalOperation const&) {},
                           [&](DrawTextOperation const&) { blend(operation); }},
                operation);
 }

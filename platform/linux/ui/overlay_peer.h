@@ -26,6 +26,7 @@ public:
     void orderFrontRegardless() override;
     void makeKeyAndOrderFront() override;
     void orderOut() override;
+    void center() override {} // it covers its screen
 
     [[nodiscard]] Window& window() const { return window_; }
     [[nodiscard]] xcb_window_t nativeWindow() const { return native_; }
