@@ -1,16 +1,20 @@
 #include "platform/linux/alerts_linux.h"
 
 #include "platform/linux/appearance_linux.h"
+#include "platform/linux/ui/own_icon.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPaintEvent>
+#include <QPixmap>
 #include <QPushButton>
 #include <QString>
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <cstddef>
+#include <sstream>
 #include <utility>
 
 namespace trovel {
@@ -46,13 +50,20 @@ QLabel* plainLabel(QString const& text) {
     return label;
 }
 
-/// `text` in bold, behind a sign if it is a warning.
-QLayout* heading(QString const& text, AlertStyle style, QStyle const& look) {
+/// The picture beside the message; null for an alert that has none.
+QPixmap signOf(Alert const& alert, QStyle const& look) {
+    auto const size = look.pixelMetric(QStyle::PM_LargeIconSize);
+    if (alert.showsApplicationIcon) return ownIcon(size);
+    if (alert.style != AlertStyle::warning) return {};
+    return look.standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size);
+}
+
+/// `text` in bold, behind the alert's picture.
+QLayout* heading(QString const& text, QPixmap const& picture) {
     auto* const row = new QHBoxLayout;
-    if (style == AlertStyle::warning) {
-        auto const size = look.pixelMetric(QStyle::PM_LargeIconSize);
+    if (!picture.isNull()) {
         auto* const sign = new QLabel;
-        sign->setPixmap(look.standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size));
+        sign->setPixmap(picture);
         row->addWidget(sign);
     }
     auto* const label = plainLabel(text);
@@ -105,31 +116,52 @@ std::string alertText(std::string const& text) {
     return result.toStdString();
 }
 
+std::string alertParagraphs(std::string const& text) {
+    constexpr std::size_t kMostLines = 20;
+    std::string result;
+    std::istringstream lines(text);
+    std::string line;
+    for (std::size_t i = 0; i < kMostLines && std::getline(lines, line); ++i) {
+        if (i > 0) result += '\n';
+        result += alertText(line);
+    }
+    return result;
+}
+
 AlertsLinux::AlertsLinux(XcbConnection& connection, WindowActivator activateWindow)
     : connection_(connection), activateWindow_(std::move(activateWindow)) {}
 
 AlertsLinux::~AlertsLinux() = default;
 
 void AlertsLinux::runModal(Alert const& alert) {
+    makeDialog(alert)->exec();
+}
+
+void AlertsLinux::show(Alert const& alert) {
+    shown_ = makeDialog(alert);
+    shown_->show();
+}
+
+std::unique_ptr<QDialog> AlertsLinux::makeDialog(Alert const& alert) {
     followAppearance(connection_);
-    AlertDialog dialog(activateWindow_);
+    auto dialog = std::make_unique<AlertDialog>(activateWindow_);
     auto const message = QString::fromStdString(alertText(alert.messageText));
-    dialog.setWindowTitle(message);
+    dialog->setWindowTitle(message);
     auto* const buttons = new QDialogButtonBox;
     for (auto const& title : alert.buttons) {
         buttons->addButton(QString::fromStdString(title), QDialogButtonBox::AcceptRole);
     }
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    auto* const content = new QVBoxLayout(&dialog); // the dialog owns what is in it
+    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog.get(), &QDialog::accept);
+    auto* const content = new QVBoxLayout(dialog.get()); // the dialog owns what is in it
     constexpr int kMargin = 20;
     constexpr int kSpacing = 12;
     content->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     content->setSpacing(kSpacing);
     content->setSizeConstraint(QLayout::SetFixedSize);
-    content->addLayout(heading(message, alert.style, *dialog.style()));
-    content->addWidget(plainLabel(QString::fromStdString(alertText(alert.informativeText))));
+    content->addLayout(heading(message, signOf(alert, *dialog->style())));
+    content->addWidget(plainLabel(QString::fromStdString(alertParagraphs(alert.informativeText))));
     content->addWidget(buttons);
-    dialog.exec();
+    return dialog;
 }
 
 } // namespace trovel

@@ -56,8 +56,11 @@ RunningGroups ApplicationGroups::read() {
         application.bundleIdentifier = identities[i].bundleIdentifier;
         application.localizedName = name;
     }
-    for (auto const window : list.byRecency) {
-        running.groups[groupOfWindow.at(window)].windows.push_back(window);
+    for (std::size_t i = 0; i < list.byRecency.size(); ++i) {
+        auto const window = list.byRecency[i];
+        auto& group = running.groups[groupOfWindow.at(window)];
+        if (group.windows.empty()) group.recency = i;
+        group.windows.push_back(window);
     }
     if (list.active != XCB_WINDOW_NONE) {
         running.frontmost = running.groups[groupOfWindow.at(list.active)].application;

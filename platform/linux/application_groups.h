@@ -4,6 +4,7 @@
 #include "platform/linux/xcb/window_tree.h"
 #include "platform/running_application.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -18,6 +19,7 @@ namespace trovel {
 struct ApplicationGroup {
     RunningApplication application;
     std::vector<xcb_window_t> windows; ///< The most recently active one first; never empty.
+    std::size_t recency = 0; ///< How many windows of the desktop were active after its last one.
 };
 
 /// All of them at one moment.

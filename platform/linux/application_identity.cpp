@@ -67,6 +67,24 @@ constexpr auto kChats = std::to_array<Known>({
     {"Copilot", "com.microsoft.copilot"},
 });
 
+// Desktop ids without their ending and window classes, in lower case.
+constexpr auto kTerminals = std::to_array<std::string_view>({
+    "org.gnome.terminal",
+    "gnome-terminal",
+    "gnome-terminal-server",
+    "org.kde.konsole",
+    "konsole",
+    "xfce4-terminal",
+    "xterm",
+    "debian-xterm",
+    "uxterm",
+    "debian-uxterm",
+    "kitty",
+    "alacritty",
+    "org.wezfurlong.wezterm",
+    "wezterm",
+});
+
 template <std::size_t count>
 std::optional<std::string_view> lookUp(std::array<Known, count> const& table,
                                        std::string_view name) {
@@ -110,6 +128,13 @@ std::string executableOf(std::int32_t process) {
 
 ApplicationIdentity identityOf(DesktopEntry const& entry) {
     return identity(entry.id, entry.name);
+}
+
+bool isTerminal(std::string_view bundleIdentifier) {
+    auto const name = asciiLowerCase(bundleIdentifier);
+    if (!name.ends_with(kEnding)) return false;
+    auto const stem = std::string_view(name).substr(0, name.size() - kEnding.size());
+    return std::ranges::find(kTerminals, stem) != kTerminals.end();
 }
 
 ApplicationIdentities::ApplicationIdentities(std::vector<std::filesystem::path> dataFolders)

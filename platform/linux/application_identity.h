@@ -25,6 +25,10 @@ struct ApplicationIdentity {
 /// `.desktop` keeps one identifier from being the beginning of another. Chromium stands for Chrome.
 [[nodiscard]] ApplicationIdentity identityOf(DesktopEntry const& entry);
 
+/// Whether that identifier is one of a terminal that stands for the system's own. What the other
+/// systems call their terminal has no one program here.
+[[nodiscard]] bool isTerminal(std::string_view bundleIdentifier);
+
 /// Finds out which application a window belongs to, by what the window says about its program and
 /// by the installed desktop entries; never by its title. Main thread only.
 class ApplicationIdentities {

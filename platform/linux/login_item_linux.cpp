@@ -16,6 +16,47 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// The text that a desktop file's string stands for.
+std::string unescaped(std::string_view value) {
+    std::string text;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (value[i] != '\\' || i + 1 == value.size()) {
+            text.push_back(value[i]);
+            continue;
+        }
+        switch (value[++i]) {
+        case 's': text.push_back(' '); break;
+        case 'n': text.push_back('\n'); break;
+        case 't': text.push_back('\t'); break;
+        case 'r': text.push_back('\r'); break;
+        default: text.push_back(value[i]);
+        }
+    }
+    return text;
+}
+
+/// The program that an Exec key's value starts: its first word, in quotes or not.
+std::string programOfExec(std::string_view value) {
+    auto const line = unescaped(value);
+    bool const isQuoted = line.starts_with('"');
+    std::string program;
+    for (std::size_t i = isQuoted ? 1 : 0; i < line.size(); ++i) {
+        if (line[i] == (isQuoted ? '"' : ' ')) break;
+        bool const isEscape = isQuoted && line[i] == '\\';
+        bool const isPercent = line[i] == '%' && line.substr(i + 1).starts_with('%');
+        if ((isEscape || isPercent) && i + 1 < line.size()) ++i;
+        program.push_back(line[i]);
+    }
+    return program;
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlank = " \t\r";
+    auto const first = text.find_first_not_of(kBlank);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
+}
+
 /// A path as one argument of an Exec key: in quotes, with what is special inside them escaped, once
 /// for the quoting and once for the desktop file's strings.
 std::string quotedForExec(std::string_view path) {
@@ -27,6 +68,8 @@ std::string quotedForExec(std::string_view path) {
             quoted.append(R"(\\)").push_back(character);
         } else if (character == '%') {
             quoted += "%%";
+        } else if (character == '\n') {
+            quoted += R"(\n)";
         } else {
             quoted.push_back(character);
         }
@@ -40,11 +83,12 @@ std::optional<std::map<std::string, std::string>> readEntry(fs::path const& path
     if (!file) return std::nullopt;
     std::map<std::string, std::string> keys;
     bool isMainGroup = false;
-    for (std::string line; std::getline(file, line);) {
+    for (std::string whole; std::getline(file, whole);) {
+        auto const line = trimmed(whole);
         if (line.starts_with('[')) isMainGroup = line == "[Desktop Entry]";
         auto const equals = line.find('=');
-        if (isMainGroup && equals != std::string::npos) {
-            keys.emplace(line.substr(0, equals), line.substr(equals + 1));
+        if (isMainGroup && equals != std::string_view::npos) {
+            keys.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
         }
     }
     return keys;
@@ -94,7 +138,9 @@ LoginItemStatus LoginItemLinux::status() const {
     };
     bool const isOff =
         valueOf("Hidden") == "true" || valueOf("X-GNOME-Autostart-enabled") == "false";
-    bool const isOurs = valueOf("Exec") == quotedForExec(program_);
+    // A bare name is what a packaged entry says.
+    auto const program = programOfExec(valueOf("Exec"));
+    bool const isOurs = program == program_ || program == fs::path(program_).filename();
     return isOurs && !isOff ? LoginItemStatus::enabled : LoginItemStatus::notRegistered;
 }
 

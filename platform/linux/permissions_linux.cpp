@@ -1,5 +1,6 @@
 #include "platform/linux/permissions_linux.h"
 
+#include "platform/alerts.h"
 #include "platform/linux/xcb/connection.h"
 
 #include <xcb/xtest.h>
@@ -31,8 +32,9 @@ bool hasXwaylandExtension(XcbConnection const& connection) {
 
 } // namespace
 
-PermissionsLinux::PermissionsLinux(XcbConnection const& connection)
-    : connection_(connection), isXwayland_(hasXwaylandExtension(connection)) {}
+PermissionsLinux::PermissionsLinux(XcbConnection const& connection, ShowAlert showAlert)
+    : connection_(connection), showAlert_(std::move(showAlert)),
+      isXwayland_(hasXwaylandExtension(connection)) {}
 
 PermissionsLinux::~PermissionsLinux() = default;
 
@@ -42,6 +44,29 @@ bool PermissionsLinux::isAccessibilityTrusted() const {
 
 bool PermissionsLinux::preflightScreenCapture() const {
     return !isXwayland_ && !isWaylandSession();
+}
+
+void PermissionsLinux::promptForAccessibility() {
+    if (!isAccessibilityTrusted()) explain();
+}
+
+void PermissionsLinux::requestScreenCapture() {
+    if (!preflightScreenCapture()) explain();
+}
+
+void PermissionsLinux::explain() {
+    auto const* text = "Nothing is missing: on this desktop Trovel may see the screen and send "
+                       "clicks and keys to other windows.";
+    if (!preflightScreenCapture()) {
+        text = "This is a Wayland session. It shows Trovel neither the screen nor the windows of "
+               "other applications, and there is no setting that would.\n\nLog out, choose an "
+               "X11 (Xorg) session where you log in, and start Trovel there.";
+    } else if (!isAccessibilityTrusted()) {
+        text = "This X server does not have the XTEST extension, through which Trovel clicks into "
+               "other windows and pastes.\n\nIt has to be started with this extension before "
+               "Trovel can work.";
+    }
+    showAlert_({"Trovel", text, AlertStyle::informational, {"OK"}, true});
 }
 
 } // namespace trovel
