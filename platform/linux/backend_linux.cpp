@@ -4,19 +4,28 @@
 #include "platform/linux/alerts_linux.h"
 #include "platform/linux/application_groups.h"
 #include "platform/linux/application_linux.h"
+#include "platform/linux/bundle_info_linux.h"
+#include "platform/linux/child_process.h"
 #include "platform/linux/cursors_linux.h"
 #include "platform/linux/event_synthesizer_linux.h"
+#include "platform/linux/file_system_linux.h"
 #include "platform/linux/hotkey_service_linux.h"
+#include "platform/linux/image_encoder_linux.h"
+#include "platform/linux/login_item_linux.h"
 #include "platform/linux/main_queue_linux.h"
 #include "platform/linux/pasteboard_linux.h"
 #include "platform/linux/permissions_linux.h"
 #include "platform/linux/preference_store_linux.h"
+#include "platform/linux/process_host_linux.h"
 #include "platform/linux/screen_capturer_linux.h"
 #include "platform/linux/screens_linux.h"
 #include "platform/linux/script_runner_linux.h"
 #include "platform/linux/single_instance_linux.h"
+#include "platform/linux/status_bar_linux.h"
 #include "platform/linux/ui/overlay_host.h"
 #include "platform/linux/ui/window_host_linux.h"
+#include "platform/linux/updater_linux.h"
+#include "platform/linux/wall_clock_linux.h"
 #include "platform/linux/worker_linux.h"
 #include "platform/linux/workspace_linux.h"
 #include "platform/linux/xcb/connection.h"
@@ -24,24 +33,52 @@
 #include "platform/linux/xcb/input_grab.h"
 #include "platform/ui/local_event_monitors.h"
 
+#include <QSocketNotifier>
+
 #include <malloc.h>
 
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 namespace trovel {
 
 namespace {
 
+struct SA final : Animator {
+    void runGroup(std::chrono::nanoseconds, std::function<void()> const& b) override { b(); }
+};
+struct SI final : Icons {
+    bool hasSystemSymbol(std::string_view) const override { return false; }
+    std::optional<ApplicationIcon> iconOfRunningApplication(RunningApplication const&,
+                                                            double) const override {
+        return std::nullopt;
+    }
+    std::optional<ApplicationIcon> iconOfInstalledApplication(std::string_view,
+                                                              double) const override {
+        return std::nullopt;
+    }
+};
+struct SO final : OpenPanels {
+    std::optional<std::string> runModal(OpenPanel const&) override { return std::nullopt; }
+    std::optional<ApplicationBundle> bundleAtPath(std::string const&) const override {
+        return std::nullopt;
+    }
+};
 /// Everything there is of this program on an X11 desktop, in the order in which one needs another.
 class BackendLinux final : public Backend {
 public:
     BackendLinux(std::unique_ptr<XcbConnection> connection, SingleInstance instance)
         : instance_(std::move(instance)), connection_(std::move(connection)) {
         connection_->setLostHandler([this] { application_.terminate(); });
+        if (instance_.fileDescriptor() < 0) return;
+        secondStarts_.emplace(instance_.fileDescriptor(), QSocketNotifier::Read);
+        QObject::connect(&*secondStarts_, &QSocketNotifier::activated, &*secondStarts_, [this] {
+            if (instance_.takeSecondStarts()) statusBar_.popUpMenu();
+        });
     }
 
     ~BackendLinux() override {
@@ -66,7 +103,18 @@ public:
                 .windows = windows_,
                 .monitors = monitors_,
                 .cursors = cursors_,
-                .alerts = alerts_};
+                .alerts = alerts_,
+                .statusBar = statusBar_,
+                .animator = animator_,
+                .icons = icons_,
+                .openPanels = openPanels_,
+                .files = files_,
+                .imageEncoder = imageEncoder_,
+                .wallClock = wallClock_,
+                .bundle = bundle_,
+                .process = process_,
+                .loginItem = loginItem_,
+                .updater = updater_};
     }
 
 private:
@@ -77,16 +125,16 @@ private:
     XcbEventPump pump_{*connection_};
     WorkerLinux worker_;
     PreferenceStoreLinux preferences_;
-    PermissionsLinux permissions_{*connection_};
     PasteboardLinux pasteboard_{*connection_};
 
     ApplicationGroups groups_{*connection_, DesktopEntries::dataFolders(), getpid()};
-    WorkspaceLinux workspace_{groups_};
+    AlertsLinux alerts_{*connection_, [this](xcb_window_t window) { groups_.activate(window); }};
+    PermissionsLinux permissions_{*connection_,
+                                  [this](Alert const& alert) { alerts_.show(alert); }};
+    WorkspaceLinux workspace_{groups_, [this] { permissions_.explain(); }};
     ScriptRunnerLinux scripts_{groups_};
     AccessibilityLinux accessibility_{groups_};
-    // Pictures are all that this program writes to the clipboard.
-    EventSynthesizerLinux events_{*connection_, [] { return WrittenContents::picture; }};
-    AlertsLinux alerts_{*connection_, [this](xcb_window_t window) { groups_.activate(window); }};
+    EventSynthesizerLinux events_{*connection_, [this] { return pasteboard_.lastWritten(); }};
 
     LocalEventMonitors monitors_;
     HotkeyServiceLinux hotkeys_{*connection_};
@@ -96,6 +144,19 @@ private:
     WindowHostLinux windows_{overlays_};
     CursorsLinux cursors_{*connection_, grab_};
     ScreenCapturerLinux capturer_{overlays_, worker_};
+
+    FileSystemLinux files_;
+    ImageEncoderLinux imageEncoder_;
+    WallClockLinux wallClock_;
+    BundleInfoLinux bundle_;
+    ProcessHostLinux process_;
+    LoginItemLinux loginItem_{autostartEntryPath(), ownProgram()};
+    UpdaterLinux updater_{alerts_, ownProgram()};
+    StatusBarLinux statusBar_{
+        *connection_,
+        mainQueue_,
+        {preferencesPath().parent_path(), autostartEntryPath().parent_path()}};
+    std::optional<QSocketNotifier> secondStarts_;
 };
 
 } // namespace

@@ -30,6 +30,12 @@ bool callWithAddress(int (*function)(int, sockaddr const*, socklen_t), int socke
                     static_cast<socklen_t>(size)) == 0;
 }
 
+bool isPeerThisUser(int socket) {
+    ucred peer{};
+    socklen_t size = sizeof(peer);
+    return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == getuid();
+}
+
 /// Whether the socket of that name belongs to this user. A queue that is full says at least that
 /// somebody listens.
 bool isHeldByThisUser(std::string_view name) {
@@ -37,10 +43,7 @@ bool isHeldByThisUser(std::string_view name) {
     if (socket < 0) return false;
     bool isHeld = false;
     if (callWithAddress(connect, socket, name)) {
-        ucred peer{};
-        socklen_t size = sizeof(peer);
-        isHeld =
-            getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == getuid();
+        isHeld = isPeerThisUser(socket);
     } else {
         isHeld = errno == EAGAIN;
     }
@@ -71,6 +74,15 @@ SingleInstance& SingleInstance::operator=(SingleInstance&& other) noexcept {
 
 SingleInstance::~SingleInstance() {
     if (socket_ >= 0) close(socket_);
+}
+
+bool SingleInstance::takeSecondStarts() const {
+    bool isThisUser = false;
+    for (int peer = 0; (peer = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+        isThisUser = isPeerThisUser(peer) || isThisUser;
+        close(peer);
+    }
+    return isThisUser;
 }
 
 std::string singleInstanceName(std::string_view display) {

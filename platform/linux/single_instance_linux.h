@@ -21,6 +21,12 @@ public:
     SingleInstance& operator=(SingleInstance const&) = delete;
     ~SingleInstance();
 
+    /// Becomes readable when another start of the program was turned away; -1 without a claim.
+    [[nodiscard]] int fileDescriptor() const { return socket_; }
+
+    /// Takes note of those starts. True when one of them was this user's.
+    [[nodiscard]] bool takeSecondStarts() const;
+
 private:
     explicit SingleInstance(int socket) : socket_(socket) {}
 

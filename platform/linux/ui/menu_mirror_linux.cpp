@@ -6,6 +6,7 @@
 #include <QKeySequence>
 #include <QMenu>
 
+#include <algorithm>
 #include <utility>
 
 namespace trovel {
@@ -24,21 +25,10 @@ QKeySequence keySequence(MenuItem const& item) {
                         qtString(item.keyEquivalent()).toUpper());
 }
 
-void mirror(MenuItem const& item, QAction& action) {
-    bool const isOn = item.state() == MenuItem::State::on;
-    action.setText(menuTitle(item.title()));
-    // Checkable only while it is checked: an item that is off has no empty box in front of it.
-    action.setCheckable(isOn);
-    action.setChecked(isOn);
-}
-
 } // namespace
 
 MenuMirrorLinux::MenuMirrorLinux(std::shared_ptr<Menu> menu, Chosen onChosen)
-    : menu_(std::move(menu)), onChosen_(std::move(onChosen)), native_(std::make_unique<QMenu>()) {
-    fill(*native_, *menu_);
-    QObject::connect(native_.get(), &QMenu::aboutToShow, native_.get(),
-                     [this] { menu_->receiveWillOpen(); });
+    : menu_(std::move(menu)), onChosen_(std::move(onChosen)) {
     menu_->setMirror(this);
 }
 
@@ -46,36 +36,69 @@ MenuMirrorLinux::~MenuMirrorLinux() {
     menu_->setMirror(nullptr);
 }
 
-void MenuMirrorLinux::fill(QMenu& native, Menu const& menu) {
+QMenu& MenuMirrorLinux::native() {
+    return copyShown(Shown::here);
+}
+
+QMenu& MenuMirrorLinux::exported() {
+    return copyShown(Shown::elsewhere);
+}
+
+QMenu& MenuMirrorLinux::copyShown(Shown shown) {
+    auto const made =
+        std::ranges::find(copies_, shown, [](auto const& copy) { return copy->shown; });
+    if (made != copies_.end()) return *(*made)->menu;
+    auto& copy = *copies_.emplace_back(std::make_unique<Copy>());
+    copy.shown = shown;
+    copy.menu = std::make_unique<QMenu>();
+    fill(copy, *copy.menu, *menu_);
+    QObject::connect(copy.menu.get(), &QMenu::aboutToShow, copy.menu.get(),
+                     [this] { menu_->receiveWillOpen(); });
+    return *copy.menu;
+}
+
+void MenuMirrorLinux::fill(Copy& copy, QMenu& native, Menu const& menu) {
     for (auto const& item : menu.items()) {
         if (item->isSeparator()) {
             native.addSeparator();
             continue;
         }
-        auto* const action = add(native, item);
-        mirror(*item, *action);
-        actions_.emplace(item.get(), action);
+        auto* const action = add(copy, native, item);
+        mirror(*item, *action, copy.shown);
+        copy.actions.emplace(item.get(), action);
     }
 }
 
-QAction* MenuMirrorLinux::add(QMenu& native, std::shared_ptr<MenuItem> const& item) {
+QAction* MenuMirrorLinux::add(Copy& copy, QMenu& native, std::shared_ptr<MenuItem> const& item) {
     if (item->submenu()) {
         auto* const submenu = native.addMenu(QString()); // which `native` owns
-        fill(*submenu, *item->submenu());
+        fill(copy, *submenu, *item->submenu());
         return submenu->menuAction();
     }
     auto* const action = native.addAction(QString());
     action->setShortcut(keySequence(*item));
-    QObject::connect(action, &QAction::triggered, action, [this, action, item] {
-        mirror(*item, *action); // Qt has toggled it; what it shows is the tree's business
+    QObject::connect(action, &QAction::triggered, action, [this, action, item, shown = copy.shown] {
+        // Qt has toggled it; what it shows is the tree's business.
+        mirror(*item, *action, shown);
         onChosen_(item);
     });
     return action;
 }
 
+void MenuMirrorLinux::mirror(MenuItem const& item, QAction& action, Shown shown) {
+    bool const isOn = item.state() == MenuItem::State::on;
+    bool const staysCheckable = shown == Shown::elsewhere && action.isCheckable();
+    action.setText(menuTitle(item.title()));
+    // Checkable only while it is checked: an item that is off has no empty box in front of it.
+    action.setCheckable(isOn || staysCheckable);
+    action.setChecked(isOn);
+}
+
 void MenuMirrorLinux::itemDidChange(MenuItem const& item) {
-    auto const found = actions_.find(&item);
-    if (found != actions_.end()) mirror(item, *found->second);
+    for (auto const& copy : copies_) {
+        auto const found = copy->actions.find(&item);
+        if (found != copy->actions.end()) mirror(item, *found->second, copy->shown);
+    }
 }
 
 } // namespace trovel

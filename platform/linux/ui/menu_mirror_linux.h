@@ -2,9 +2,11 @@
 
 #include "platform/ui/menu.h"
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <vector>
 
 class QAction;
 class QMenu;
@@ -25,16 +27,29 @@ public:
 
     void itemDidChange(MenuItem const& item) override;
 
-    [[nodiscard]] QMenu& native() const { return *native_; }
+    /// The menu to pop up.
+    [[nodiscard]] QMenu& native();
+
+    /// The menu to hand to a program that shows it itself. Such a program learns what changed, and
+    /// never that an item can be checked no more: there it stays checkable.
+    [[nodiscard]] QMenu& exported();
 
 private:
-    void fill(QMenu& native, Menu const& menu);
-    QAction* add(QMenu& native, std::shared_ptr<MenuItem> const& item);
+    enum class Shown : std::uint8_t { here, elsewhere };
+    struct Copy {
+        Shown shown = Shown::here;
+        std::unique_ptr<QMenu> menu;
+        std::map<MenuItem const*, QAction*> actions;
+    };
+
+    QMenu& copyShown(Shown shown);
+    void fill(Copy& copy, QMenu& native, Menu const& menu);
+    QAction* add(Copy& copy, QMenu& native, std::shared_ptr<MenuItem> const& item);
+    static void mirror(MenuItem const& item, QAction& action, Shown shown);
 
     std::shared_ptr<Menu> menu_;
     Chosen onChosen_;
-    std::map<MenuItem const*, QAction*> actions_;
-    std::unique_ptr<QMenu> native_;
+    std::vector<std::unique_ptr<Copy>> copies_; // each made when it is first asked for
 };
 
 } // namespace trovel

@@ -86,8 +86,10 @@ Size PainterCanvas::sizeOfText(std::string_view text, Font font) const {
 }
 
 QPixmap pixmapOf(DrawnImage const& image, double scale, QColor const& tint) {
-    QPixmap pixmap(static_cast<int>(std::ceil(image.size.width * scale)),
-                   static_cast<int>(std::ceil(image.size.height * scale)));
+    // A whole number of pixels may come out a hair larger.
+    constexpr double kTolerance = 1e-6;
+    QPixmap pixmap(static_cast<int>(std::ceil(image.size.width * scale - kTolerance)),
+                   static_cast<int>(std::ceil(image.size.height * scale - kTolerance)));
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     PainterCanvas canvas(painter, image.size.height, scale, image.isTemplate ? &tint : nullptr);
