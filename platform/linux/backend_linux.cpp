@@ -48,26 +48,6 @@ namespace trovel {
 
 namespace {
 
-struct SA final : Animator {
-    void runGroup(std::chrono::nanoseconds, std::function<void()> const& b) override { b(); }
-};
-struct SI final : Icons {
-    bool hasSystemSymbol(std::string_view) const override { return false; }
-    std::optional<ApplicationIcon> iconOfRunningApplication(RunningApplication const&,
-                                                            double) const override {
-        return std::nullopt;
-    }
-    std::optional<ApplicationIcon> iconOfInstalledApplication(std::string_view,
-                                                              double) const override {
-        return std::nullopt;
-    }
-};
-struct SO final : OpenPanels {
-    std::optional<std::string> runModal(OpenPanel const&) override { return std::nullopt; }
-    std::optional<ApplicationBundle> bundleAtPath(std::string const&) const override {
-        return std::nullopt;
-    }
-};
 /// Everything there is of this program on an X11 desktop, in the order in which one needs another.
 class BackendLinux final : public Backend {
 public:
