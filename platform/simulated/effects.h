@@ -28,7 +28,7 @@ struct Picture {
     std::uint32_t displayId = 0;
     PixelRect region;
     Size size;
-    /// Whether neither a window of Trovel's nor the pointer is to be seen in it.
+    /// Whether neither an overlay of Trovel's nor the pointer is to be seen in it.
     bool isClean = true;
 
     friend bool operator==(Picture const&, Picture const&) = default;

@@ -67,6 +67,8 @@ SimulatedCapturer::captureImage(CaptureDisplay const& display,
     moment->displayId = attached->displayId;
     moment->display = pixelsOn(*attached, attached->frame);
     for (auto const* window : world_.windows.visibleWindows()) {
+        // The setup windows are part of what the user sees; an overlay must never be.
+        if (window->attributes().level != kScreenSaverWindowLevel) continue;
         moment->covered.push_back(pixelsOn(*attached, window->attributes().contentRect));
     }
     if (configuration.showsCursor) {

@@ -20,7 +20,7 @@ void SimulatedInput::keyDown(KeyCode keyCode, EventFlags flags) {
     bool const isRepeat = !keysDown_.insert(keyCode).second;
     if (isRepeat && hotKeysDown_.contains(keyCode)) return;
     KeyCombination const combination{keyCode, carbonModifiers(flags)};
-    if (world_.hotkeys.isRegistered(combination)) {
+    if (world_.hotkeys.isRegistered(combination) && !world_.hotkeys.isSuspended()) {
         hotKeysDown_.insert(keyCode);
         world_.hotkeys.press(combination);
         return;

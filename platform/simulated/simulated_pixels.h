@@ -13,7 +13,7 @@ namespace trovel {
 /// where it is, so that a test can tell which pixels it got. Origin at the top left.
 [[nodiscard]] std::uint32_t desktopColor(std::uint32_t displayId, std::int64_t x, std::int64_t y);
 
-/// What pixels show where a window of Trovel's covered the desktop, where the pointer stood, and
+/// What pixels show where an overlay of Trovel's covered the desktop, where the pointer stood, and
 /// beyond the display's edge.
 inline constexpr std::uint32_t kOverlayColor = 0x1ff0000;
 inline constexpr std::uint32_t kPointerColor = 0x2ff0000;
@@ -44,7 +44,7 @@ public:
     [[nodiscard]] std::uint32_t displayId() const { return moment_->displayId; }
     /// Where the picture lies on its display, in pixels.
     [[nodiscard]] PixelRect region() const { return region_; }
-    /// Whether anything of Trovel's or the pointer is to be seen in it.
+    /// Whether an overlay of Trovel's or the pointer is to be seen in it.
     [[nodiscard]] bool isClean() const;
 
 private:
