@@ -1,10 +1,6 @@
 #include "app/process_entry.h"
 
 #include "app/app_delegate.h"
-#include "windows/change_app_window_controller.h"
-#include "windows/hotkey_recorder_window_controller.h"
-#include "windows/onboarding_window_controller.h"
-#include "windows/permissions_window_controller.h"
 #include "windows/window_slots.h"
 
 #include <utility>
