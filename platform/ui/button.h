@@ -21,8 +21,8 @@ public:
         bool isBordered = true;
         bool isLarge = false;
         std::optional<Color> contentTint;
-        /// The key that presses the button while its window is key: "\r" for Return; empty for
-        /// none.
+        /// The key that, without modifiers, presses the button while its window is key: "\r" for
+        /// Return; empty for none.
         std::string keyEquivalent;
 
         friend bool operator==(Look const&, Look const&) = default;

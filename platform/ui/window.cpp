@@ -10,6 +10,9 @@ namespace trovel {
 
 namespace {
 
+/// A key equivalent is a key without any of these.
+constexpr EventFlags kModifierFlags = kFlagShift | kFlagControl | kFlagOption | kFlagCommand;
+
 /// The view whose click action a press on `view` means: itself or the nearest one around it.
 View* clickTarget(View& view) {
     for (View* candidate = &view; candidate != nullptr; candidate = candidate->superview()) {
@@ -135,7 +138,8 @@ void Window::receive(MouseEvent const& event) {
 
 void Window::receive(KeyEvent const& event) {
     auto const self = shared_from_this();
-    if (event.kind == KeyEvent::Kind::keyDown && contentView_) {
+    bool const hasModifier = (event.modifierFlags & kModifierFlags) != 0;
+    if (event.kind == KeyEvent::Kind::keyDown && !hasModifier && contentView_) {
         if (auto* button = buttonWithKeyEquivalent(*contentView_, event.characters)) {
             button->press();
             return;
