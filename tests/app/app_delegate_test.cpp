@@ -2,6 +2,7 @@
 
 #include "capture/screenshot_manager.h"
 #include "tests/support/desktop_test.h"
+#include "windows/onboarding_window_controller.h"
 
 #include <memory>
 
@@ -23,16 +24,11 @@ protected:
         if (delegate) delegate->unregisterHotkey();
     }
 
-    int onboardings = 0;
-    int permissionWindows = 0;
-    std::shared_ptr<AppDelegate> delegate =
-        AppDelegate::make(platform, {.showOnboardingWindow = [this] { ++onboardings; },
-                                     .showPermissionsWindow =
-                                         [this](std::function<void()> const& onComplete) {
-                                             EXPECT_FALSE(onComplete);
-                                             ++permissionWindows;
-                                         },
-                                     .deliverToTerminal = [](Image const&) {}});
+    [[nodiscard]] bool isPermissionsWindowOpen() const {
+        return slots.sharedPermissionsWindow != nullptr;
+    }
+
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, product);
 };
 
 TEST_F(AppDelegateTest, HasRegisteredNothingBeforeLaunch) {
@@ -46,7 +42,8 @@ TEST_F(AppDelegateTest, HasRegisteredNothingBeforeLaunch) {
 TEST_F(AppDelegateTest, LaunchInstallsTheHandlerAndThenRegistersTheDefaultHotkey) {
     desktop.application.launch();
     EXPECT_THAT(effectsOf(desktop.journal),
-                ElementsAre(Effect(effect::Launched{}), Effect(effect::HandlerInstalled{}),
+                ElementsAre(Effect(effect::Launched{}), Effect(effect::LoginItemAsked{}),
+                            Effect(effect::HandlerInstalled{}),
                             Effect(effect::HotKeyRegistered{19, 768, {0x54524f56, 1}})));
 }
 
@@ -62,19 +59,30 @@ TEST_F(AppDelegateTest, LaunchAsksForNoPermissionAndActivatesNothing) {
     desktop.application.launch();
     EXPECT_EQ(desktop.journal.count<effect::PermissionAsked>(), 0U);
     EXPECT_EQ(desktop.journal.count<effect::ActivationAsked>(), 0U);
-    EXPECT_EQ(permissionWindows, 0);
+    EXPECT_FALSE(isPermissionsWindowOpen());
 }
 
-TEST_F(AppDelegateTest, AFirstRunAsksForTheOnboardingWindowAfterTheHotkeyIsThere) {
+TEST_F(AppDelegateTest, AFirstRunOpensTheOnboardingWindowAfterTheHotkeyIsThere) {
     desktop.preferences.remove(kHasCompletedOnboarding);
     desktop.application.launch();
-    EXPECT_EQ(onboardings, 1);
+    EXPECT_NE(slots.sharedOnboardingWindow, nullptr);
+    EXPECT_THAT((only<effect::HotKeyRegistered, effect::OrderedFront, effect::WindowCentered,
+                      effect::MadeKey, effect::ActivationAsked>(desktop.journal)),
+                ElementsAre(at(0s, effect::HotKeyRegistered{19, 768, {0x54524f56, 1}}),
+                            at(0s, effect::OrderedFront{1}), at(0s, effect::MadeKey{1}),
+                            at(0s, effect::WindowCentered{1}), at(0s, effect::OrderedFront{1}),
+                            at(0s, effect::ActivationAsked{false})));
+}
+
+TEST_F(AppDelegateTest, AnUnfinishedOnboardingIsAFirstRunAndAFinishedOneIsNot) {
     desktop.preferences.store(kHasCompletedOnboarding, false);
     delegate->applicationDidFinishLaunching();
-    EXPECT_EQ(onboardings, 2);
+    EXPECT_NE(slots.sharedOnboardingWindow, nullptr);
+    slots.sharedOnboardingWindow->window()->close();
     desktop.preferences.store(kHasCompletedOnboarding, true);
     delegate->applicationDidFinishLaunching();
-    EXPECT_EQ(onboardings, 2);
+    EXPECT_EQ(slots.sharedOnboardingWindow, nullptr);
+    EXPECT_THAT(desktop.windows.visibleWindows(), IsEmpty());
 }
 
 TEST_F(AppDelegateTest, RegisteringTwiceLeavesOneHotkeyAndOneHandler) {
@@ -151,26 +159,11 @@ TEST_F(AppDelegateTest, AHandlerWithoutUserDataHandlesNothing) {
             return std::nullopt;
         }
         void unregisterEventHotKey(EventHotKeyRef) override {}
+        Registration suspend() override { return {}; }
         HotKeyHandler handler = nullptr;
     } service;
-    Platform const with{platform.application,
-                        platform.mainQueue,
-                        platform.worker,
-                        platform.preferences,
-                        platform.pasteboard,
-                        platform.workspace,
-                        platform.scripts,
-                        platform.accessibility,
-                        platform.events,
-                        platform.permissions,
-                        platform.screens,
-                        platform.capturer,
-                        service,
-                        platform.windows,
-                        platform.monitors,
-                        platform.cursors,
-                        platform.alerts};
-    auto const other = AppDelegate::make(with, {});
+    auto const other =
+        AppDelegate::make({with(platform, platform.application, service), slots}, product);
     other->registerHotkey(kDefaultHotkey);
     ASSERT_NE(service.handler, nullptr);
     EXPECT_EQ(service.handler(nullptr), -9874);
@@ -188,25 +181,32 @@ TEST_F(AppDelegateTest, ARegisteredHotkeyKeepsTheDelegateUntilItIsTakenBack) {
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(AppDelegateTest, WithoutAccessibilityItAsksForThePermissionsWindowAndNothingElse) {
+TEST_F(AppDelegateTest, WithoutAccessibilityItOpensThePermissionsWindowAndNothingElse) {
     desktop.permissions.revoke(Permission::accessibility);
     desktop.permissions.revoke(Permission::screenRecording);
     delegate->triggerCapture();
-    EXPECT_EQ(permissionWindows, 1);
-    EXPECT_THAT(effectsOf(desktop.journal),
-                ElementsAre(Effect(effect::PermissionAsked{Permission::accessibility, false})));
+    EXPECT_TRUE(isPermissionsWindowOpen());
+    // The trigger asks once; the window then asks for both.
+    EXPECT_THAT(desktop.journal.all<effect::PermissionAsked>(),
+                ElementsAre(effect::PermissionAsked{Permission::accessibility, false},
+                            effect::PermissionAsked{Permission::accessibility, false},
+                            effect::PermissionAsked{Permission::screenRecording, false}));
+    EXPECT_EQ(desktop.journal.count<effect::AlertShown>(), 0U);
     EXPECT_FALSE(delegate->screenshotManager().isCapturing());
 }
 
-TEST_F(AppDelegateTest, WithoutScreenRecordingItAsksForThePermissionsWindowAndNothingElse) {
+TEST_F(AppDelegateTest, WithoutScreenRecordingItOpensThePermissionsWindowAndNothingElse) {
     desktop.workspace.bringToFront(desktop.workspace.start({}).processIdentifier);
     desktop.journal.clear();
     desktop.permissions.revoke(Permission::screenRecording);
     delegate->triggerCapture();
-    EXPECT_EQ(permissionWindows, 1);
-    EXPECT_THAT(effectsOf(desktop.journal),
-                ElementsAre(Effect(effect::PermissionAsked{Permission::accessibility, true}),
-                            Effect(effect::PermissionAsked{Permission::screenRecording, false})));
+    EXPECT_TRUE(isPermissionsWindowOpen());
+    EXPECT_THAT(desktop.journal.all<effect::PermissionAsked>(),
+                ElementsAre(effect::PermissionAsked{Permission::accessibility, true},
+                            effect::PermissionAsked{Permission::screenRecording, false},
+                            effect::PermissionAsked{Permission::accessibility, true},
+                            effect::PermissionAsked{Permission::screenRecording, false}));
+    EXPECT_FALSE(delegate->screenshotManager().isCapturing());
     EXPECT_EQ(delegate->previousFrontmostApp(), std::nullopt);
 }
 

@@ -7,6 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 /// Notes which variables are asked for, in order.
 class AskedApplication final : public Application {
@@ -35,18 +36,8 @@ private:
 class ProcessEntryTest : public DesktopTest {
 protected:
     void runWith(AskedApplication& application) {
-        runProcess({application, platform.mainQueue, platform.worker, platform.preferences,
-                    platform.pasteboard, platform.workspace, platform.scripts,
-                    platform.accessibility, platform.events, platform.permissions, platform.screens,
-                    platform.capturer, platform.hotkeys, platform.windows, platform.monitors,
-                    platform.cursors, platform.alerts},
-                   hooks);
+        runProcess(with(platform, application, platform.hotkeys), product);
     }
-
-    int onboardings = 0;
-    AppDelegate::Hooks hooks{.showOnboardingWindow = [this] { ++onboardings; },
-                             .showPermissionsWindow = [](auto const&) {},
-                             .deliverToTerminal = [](auto const&) {}};
 };
 
 TEST_F(ProcessEntryTest, AsksForBothTestBundleVariablesInOrder) {
@@ -76,10 +67,10 @@ TEST_F(ProcessEntryTest, InATestBundleThereIsNoHotkeyAndNoWindow) {
     desktop.application.setEnvironmentVariable("XCTestConfigurationFilePath");
     desktop.queue.after(1s, [this] {
         EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 0U);
+        EXPECT_FALSE(desktop.statusBar.hasItem());
         desktop.application.terminate();
     });
-    runProcess(platform, hooks);
-    EXPECT_EQ(onboardings, 0);
+    runProcess(platform, product);
     EXPECT_THAT(effectsOf(desktop.journal),
                 ElementsAre(Effect(effect::Launched{}), Effect(effect::Terminated{})));
 }
@@ -87,12 +78,15 @@ TEST_F(ProcessEntryTest, InATestBundleThereIsNoHotkeyAndNoWindow) {
 TEST_F(ProcessEntryTest, OtherwiseTheHotkeyLastsFromLaunchToTermination) {
     desktop.queue.after(1s, [this] {
         EXPECT_TRUE(desktop.hotkeys.isRegistered({19, 768}));
+        EXPECT_TRUE(desktop.statusBar.hasItem());
+        EXPECT_EQ(desktop.windows.visibleWindows().size(), 1U); // a first run
         desktop.application.terminate();
     });
-    runProcess(platform, hooks);
-    EXPECT_EQ(onboardings, 1);
+    runProcess(platform, product);
     EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 0U);
     EXPECT_EQ(desktop.hotkeys.handlerCount(), 0U);
+    EXPECT_FALSE(desktop.statusBar.hasItem());
+    EXPECT_THAT(desktop.windows.visibleWindows(), IsEmpty());
 }
 
 } // namespace

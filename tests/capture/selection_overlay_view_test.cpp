@@ -37,6 +37,8 @@ public:
     }
     void strokeRect(Rect, double, Color) override {}
     void fillRoundedRect(Rect, double, double, Color) override {}
+    void strokeLines(std::span<std::vector<Point> const>, double, Color) override {}
+    void fillOval(Rect, Color) override {}
     void drawText(std::string_view, Point, TextAttributes const&) override {}
     Size sizeOfText(std::string_view text, Font font) const override { return measure(text, font); }
 

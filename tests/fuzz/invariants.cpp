@@ -1,6 +1,7 @@
 #include "tests/fuzz/invariants.h"
 
 #include "capture/screenshot_manager.h"
+#include "platform/ui/window.h"
 
 #include <algorithm>
 #include <array>
@@ -119,16 +120,18 @@ void Invariants::check() {
 
 void Invariants::checkState() {
     auto const depth = desktop_.cursors.depth();
-    auto const windows = desktop_.windows.visibleWindows().size();
+    auto const shown = desktop_.windows.visibleWindows();
+    auto const overlays = static_cast<std::size_t>(std::ranges::count_if(
+        shown, [](auto* window) { return window->attributes().level == kScreenSaverWindowLevel; }));
     auto const sessions = desktop_.capturer.openSessions();
     bool const isCapturing = delegate_.screenshotManager().isCapturing();
     require(depth == 0 || depth == 1, "the cursor stack is out of balance");
     require(desktop_.monitors.count() == static_cast<std::size_t>(depth),
             "the key monitor does not last as long as the crosshair");
-    require(windows == 0 || depth == 1, "an overlay without its crosshair");
-    require(windows <= screensAtBegin_, "more than one overlay session");
+    require(overlays == 0 || depth == 1, "an overlay without its crosshair");
+    require(overlays <= screensAtBegin_, "more than one overlay session");
     require(sessions == (isCapturing ? 1 : 0), "the capture session is not the manager's");
-    require(isCapturing || (depth == 0 && windows == 0), "an overlay outlives its capture");
+    require(isCapturing || (depth == 0 && overlays == 0), "an overlay outlives its capture");
     require(!isCapturing || desktop_.queue.now() - sessionBegan_ <= kLongestSession,
             "a capture never ends");
 }

@@ -3,6 +3,7 @@
 #include "app/hotkey.h"
 #include "app/preferences.h"
 #include "capture/screenshot_manager.h"
+#include "platform/ui/window.h"
 
 #include <algorithm>
 #include <array>
@@ -37,17 +38,11 @@ constexpr std::size_t kMostPrograms = 10;
 constexpr std::size_t kMostDisplays = 4;
 constexpr std::size_t kMostAlerts = 5;
 
-AppDelegate::Hooks hooksWithout() {
-    return {.showOnboardingWindow = [] {},
-            .showPermissionsWindow = [](auto const& /*onComplete*/) {},
-            .deliverToTerminal = [](auto const& /*image*/) {}};
-}
-
 } // namespace
 
 RandomUser::RandomUser(std::uint64_t seed, int events)
     : random_(seed), swarm_(Swarm::draw(random_)), eventsLeft_(events), desktop_(random_.next()),
-      delegate_(AppDelegate::make(desktop_.platform(), hooksWithout())),
+      delegate_(AppDelegate::make({desktop_.platform(), slots_}, {})),
       invariants_(desktop_, *delegate_) {
     desktop_.application.setSelfActivation(swarm_.selfActivation);
     desktop_.alerts.setReadingTime(swarm_.readingTime);
@@ -289,12 +284,17 @@ void RandomUser::heal() {
     desktop_.permissions.grant(Permission::screenRecording);
     desktop_.worker.setLatency(20ms);
     desktop_.user.mouseUp({0, 0});
+    closeWindows();
     // Whatever is under way ends by itself: an overlay by its time-out, a delivery by its alert.
     desktop_.queue.advance(2min);
     invariants_.check();
     auto const& manager = delegate_->screenshotManager();
     if (manager.isCapturing()) invariants_.fail("a capture goes on two minutes later");
     if (desktop_.input.isAnythingDown()) invariants_.fail("a key or button is down at rest");
+}
+
+void RandomUser::closeWindows() {
+    for (auto* window : desktop_.windows.visibleWindows()) window->receiveCloseRequest();
 }
 
 void RandomUser::expectOneDelivery() {
@@ -340,6 +340,7 @@ void RandomUser::quit() {
     }
     std::weak_ptr<AppDelegate> const weak = delegate_;
     desktop_.queue.observe(nullptr);
+    slots_ = {};
     delegate_.reset();
     if (!weak.expired()) invariants_.fail("the delegate is kept alive at rest");
     desktop_.queue.advance(1min);

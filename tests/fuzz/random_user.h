@@ -2,6 +2,7 @@
 
 #include "tests/fuzz/invariants.h"
 #include "tests/fuzz/swarm.h"
+#include "windows/window_slots.h"
 
 #include <cstdint>
 #include <memory>
@@ -58,6 +59,7 @@ private:
 
     // Healing.
     void heal();
+    void closeWindows();
     void expectOneDelivery();
     void quit();
 
@@ -65,6 +67,7 @@ private:
     Swarm swarm_;
     int eventsLeft_;
     SimulatedDesktop desktop_;
+    WindowSlots slots_;
     std::shared_ptr<AppDelegate> delegate_;
     Invariants invariants_;
     std::uint32_t nextDisplay_ = 2;

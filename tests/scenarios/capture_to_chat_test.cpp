@@ -45,10 +45,7 @@ protected:
 
     std::int32_t editor = 0;
     std::int32_t claude = 0;
-    std::shared_ptr<AppDelegate> delegate =
-        AppDelegate::make(platform, {.showOnboardingWindow = [] {},
-                                     .showPermissionsWindow = [](auto const&) {},
-                                     .deliverToTerminal = [](Image const&) {}});
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, product);
 };
 
 TEST_F(CaptureToChatTest, FromTheHotkeyToTheSentMessageToTheMillisecond) {

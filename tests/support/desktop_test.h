@@ -1,6 +1,9 @@
 #pragma once
 
+#include "app/product.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "windows/window_context.h"
+#include "windows/window_slots.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +17,45 @@ class DesktopTest : public testing::Test {
 protected:
     SimulatedDesktop desktop;
     Platform platform = desktop.platform();
+    WindowSlots slots;
+    WindowContext context{platform, slots};
+    Product product{.displayName = "Trovel",
+                    .changelogUrl = "https://trovel.example/changelog",
+                    .supportEmail = "help@trovel.example"};
 };
+
+/// `platform` with another application object and other hot keys.
+[[nodiscard]] inline Platform with(Platform const& platform, Application& application,
+                                   HotkeyService& hotkeys) {
+    return {application,
+            platform.mainQueue,
+            platform.worker,
+            platform.preferences,
+            platform.pasteboard,
+            platform.workspace,
+            platform.scripts,
+            platform.accessibility,
+            platform.events,
+            platform.permissions,
+            platform.screens,
+            platform.capturer,
+            hotkeys,
+            platform.windows,
+            platform.monitors,
+            platform.cursors,
+            platform.alerts,
+            platform.statusBar,
+            platform.animator,
+            platform.icons,
+            platform.openPanels,
+            platform.files,
+            platform.imageEncoder,
+            platform.wallClock,
+            platform.bundle,
+            platform.process,
+            platform.loginItem,
+            platform.updater};
+}
 
 /// A line of the journal, to compare with: `at(300ms, effect::PasteboardCleared{})`.
 [[nodiscard]] inline JournalEntry at(MainQueue::Duration time, Effect effect) {
