@@ -44,7 +44,7 @@ private:
     Journal& journal_;
     Faults& faults_;
     SimulatedWallClock const& clock_;
-    std::string home_ = "/Users/ann";
+    std::string home_ = "/homes/ann";
     std::map<std::string, File, std::less<>> files_;
     std::set<std::string, std::less<>> folders_;
 };
