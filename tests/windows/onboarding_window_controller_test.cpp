@@ -79,7 +79,8 @@ TEST_F(OnboardingWindowTest, ShowsEveryElementInItsPlace) {
             "  view (56, 254, 36, 36) | layer radius 18 background controlAccent at 0.12",
             R"(    image (6, 6, 24, 24) | symbol paperplane.fill "Automatically sent to AI")"
             R"( system 14 medium | tint controlAccent)",
-            R"(  label (106, 272, 438, 17) "Automatically sent to AI" | system 13 semibold | label)",
+            R"(  label (106, 272, 438, 17) "Automatically sent to AI" | system 13 semibold)"
+            R"( | label)",
             R"(  label (106, 255, 438, 15) "Your screenshot is pasted and sent — nothing else to )"
             R"(do" | system 12 regular | tertiaryLabel)",
             "  separator (56, 192, 488, 1)",
