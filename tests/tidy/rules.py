@@ -17,7 +17,7 @@ STANDARD_HEADERS = frozenset(
 
 # What an operating system's C library has beyond the language's, taken as one group with it.
 POSIX_HEADERS = re.compile(
-    r"(?:sys|linux)/\w+\.h|(?:dlfcn|fcntl|poll|pthread|pwd|signal|spawn|unistd)\.h")
+    r"(?:sys|linux)/\w+\.h|(?:dirent|dlfcn|fcntl|poll|pthread|pwd|signal|spawn|unistd)\.h")
 
 # Which rooms each room may include besides itself.
 GROUND = ("platform", "platform/ui")
