@@ -97,14 +97,9 @@ private:
     void followTray() {
         if (!watcher_) return; // it is just being made, and is asked right after
         auto const& places = watcher_->places();
-        if (kind_ == TrayKind::undecided && places.isKnown) {
-            if (places.hasNotifierHost) {
-                kind_ = TrayKind::notifier;
-            } else if (places.hasSystemTray) {
-                kind_ = TrayKind::systemTray;
-            }
-        }
-        bool const hasPlace = (kind_ == TrayKind::notifier && places.hasNotifierHost) ||
+        bool const isEither = places.hasNotifierHost || places.hasSystemTray;
+        bool const hasPlace = (kind_ == TrayKind::undecided && places.isKnown && isEither) ||
+                              (kind_ == TrayKind::notifier && places.hasNotifierHost) ||
                               (kind_ == TrayKind::systemTray && places.hasSystemTray);
         if (hasPlace && !icon_) {
             showIcon();
@@ -123,12 +118,23 @@ private:
                                  popUpMenu();
                              }
                          });
-        if (kind_ == TrayKind::notifier) {
-            menu_->receiveWillOpen();
-            icon_->setContextMenu(&mirror().exported());
-            if (!folders_) folders_.emplace(bar_.folders_, [this] { refreshExported(); });
-        }
+        exportMenu();
         icon_->show();
+    }
+
+    /// Hands the menu to the panel, if it is one that shows menus itself: only then does Qt make
+    /// something of it.
+    void exportMenu() {
+        auto& exported = mirror().exported();
+        icon_->setContextMenu(&exported);
+        if (exported.platformMenu() == nullptr) {
+            kind_ = TrayKind::systemTray;
+            icon_->setContextMenu(nullptr);
+            return;
+        }
+        kind_ = TrayKind::notifier;
+        menu_->receiveWillOpen();
+        if (!folders_) folders_.emplace(bar_.folders_, [this] { refreshExported(); });
     }
 
     void refreshExported() {
