@@ -3,6 +3,7 @@
 #include "platform/linux/xcb/connection.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QPalette>
 #include <QStyle>
 
@@ -81,6 +82,16 @@ QPalette darkPalette() {
     return palette;
 }
 
+/// Whether the theme is a dark one. The name is all that desktops agree on: dark themes are called
+/// something with "dark".
+bool isDark(std::string_view settings) {
+    auto theme = xsettingsText(settings, "Net/ThemeName").value_or("");
+    std::ranges::transform(theme, theme.begin(), [](unsigned char character) {
+        return static_cast<char>(std::tolower(character));
+    });
+    return theme.find("dark") != std::string::npos;
+}
+
 } // namespace
 
 std::optional<std::string> xsettingsText(std::string_view property, std::string_view name) {
@@ -108,17 +119,18 @@ std::optional<std::string> xsettingsText(std::string_view property, std::string_
 }
 
 bool isAppearanceDark(XcbConnection& connection) {
-    // The name is all that desktops agree on: dark themes are called something with "dark".
-    auto theme = xsettingsText(settingsProperty(connection), "Net/ThemeName").value_or("");
-    std::ranges::transform(theme, theme.begin(), [](unsigned char character) {
-        return static_cast<char>(std::tolower(character));
-    });
-    return theme.find("dark") != std::string::npos;
+    return isDark(settingsProperty(connection));
+}
+
+QPalette appearancePalette(bool isDark) {
+    return isDark ? darkPalette() : QApplication::style()->standardPalette();
 }
 
 void followAppearance(XcbConnection& connection) {
-    QApplication::setPalette(
-        isAppearanceDark(connection) ? darkPalette() : QApplication::style()->standardPalette());
+    auto const settings = settingsProperty(connection);
+    QApplication::setPalette(appearancePalette(isDark(settings)));
+    auto const icons = xsettingsText(settings, "Net/IconThemeName").value_or("Adwaita");
+    QIcon::setThemeName(QString::fromStdString(icons));
 }
 
 } // namespace trovel

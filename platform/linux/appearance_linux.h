@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+class QPalette;
+
 namespace trovel {
 
 class XcbConnection;
@@ -16,7 +18,11 @@ class XcbConnection;
 /// Whether the desktop's theme is a dark one, as far as it tells.
 [[nodiscard]] bool isAppearanceDark(XcbConnection& connection);
 
-/// Has Qt's windows follow the desktop's light or dark appearance as it is now.
+/// The colours of Qt's windows in that appearance.
+[[nodiscard]] QPalette appearancePalette(bool isDark);
+
+/// Has Qt's windows follow the desktop's light or dark appearance and its icon theme as they are
+/// now.
 void followAppearance(XcbConnection& connection);
 
 } // namespace trovel

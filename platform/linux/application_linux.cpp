@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QSocketNotifier>
-#include <QWidget>
 
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -177,11 +176,7 @@ void ApplicationLinux::terminate() {
 }
 
 void ApplicationLinux::activate() {
-    for (auto* const widget : QApplication::topLevelWidgets()) {
-        if (!widget->isVisible()) continue;
-        widget->raise();
-        widget->activateWindow();
-    }
+    if (activator_) activator_();
 }
 
 void ApplicationLinux::activateIgnoringOtherApps() {

@@ -2,7 +2,9 @@
 
 #include "platform/application.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace trovel {
 
@@ -15,6 +17,9 @@ public:
     /// An X server must be there: without one Qt stops the process. The queue must outlive this.
     explicit ApplicationLinux(MainQueueLinux& mainQueue);
     ~ApplicationLinux();
+
+    /// Who brings this program's windows to the front.
+    void setActivator(std::function<void()> activator) { activator_ = std::move(activator); }
 
     bool environmentHas(std::string_view name) const override;
     void setDelegate(ApplicationDelegate* delegate) override;
@@ -31,6 +36,7 @@ private:
     MainQueueLinux& mainQueue_;
     ApplicationDelegate* delegate_ = nullptr;
     bool isRunning_ = false;
+    std::function<void()> activator_;
     std::unique_ptr<Toolkit> toolkit_;
 };
 

@@ -2,6 +2,8 @@
 
 #include "platform/linux/accessibility_linux.h"
 #include "platform/linux/alerts_linux.h"
+#include "platform/linux/animator_linux.h"
+#include "platform/linux/appearance_linux.h"
 #include "platform/linux/application_groups.h"
 #include "platform/linux/application_linux.h"
 #include "platform/linux/bundle_info_linux.h"
@@ -10,9 +12,11 @@
 #include "platform/linux/event_synthesizer_linux.h"
 #include "platform/linux/file_system_linux.h"
 #include "platform/linux/hotkey_service_linux.h"
+#include "platform/linux/icons_linux.h"
 #include "platform/linux/image_encoder_linux.h"
 #include "platform/linux/login_item_linux.h"
 #include "platform/linux/main_queue_linux.h"
+#include "platform/linux/open_panels_linux.h"
 #include "platform/linux/pasteboard_linux.h"
 #include "platform/linux/permissions_linux.h"
 #include "platform/linux/preference_store_linux.h"
@@ -54,6 +58,7 @@ public:
     BackendLinux(std::unique_ptr<XcbConnection> connection, SingleInstance instance)
         : instance_(std::move(instance)), connection_(std::move(connection)) {
         connection_->setLostHandler([this] { application_.terminate(); });
+        application_.setActivator([this] { windows_.bringForward(); });
         if (instance_.fileDescriptor() < 0) return;
         secondStarts_.emplace(instance_.fileDescriptor(), QSocketNotifier::Read);
         QObject::connect(&*secondStarts_, &QSocketNotifier::activated, &*secondStarts_, [this] {
@@ -121,7 +126,17 @@ private:
     ScreensLinux screens_{*connection_};
     InputGrab grab_{*connection_, mainQueue_};
     OverlayHost overlays_{*connection_, mainQueue_, hotkeys_, monitors_, grab_};
-    WindowHostLinux windows_{overlays_};
+    AnimatorLinux animator_;
+    WindowHostLinux windows_{
+        overlays_,
+        {animator_, monitors_,
+         [this](std::uint16_t state) { return hotkeys_.modifierMap().flagsForState(state); },
+         [this] { followAppearance(*connection_); },
+         [this](xcb_window_t window) { groups_.activate(window); }}};
+    IconsLinux icons_{*connection_, groups_, DesktopEntries::dataFolders()};
+    OpenPanelsLinux openPanels_{DesktopEntries::dataFolders(),
+                                [this] { followAppearance(*connection_); },
+                                [this](xcb_window_t window) { groups_.activate(window); }};
     CursorsLinux cursors_{*connection_, grab_};
     ScreenCapturerLinux capturer_{overlays_, worker_};
 

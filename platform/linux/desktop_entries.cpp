@@ -62,6 +62,7 @@ std::optional<ParsedEntry> parse(std::string const& text) {
         if (key == "Name") parsed.entry.name = plainText(value);
         if (key == "StartupWMClass") parsed.entry.startupClass = plainText(value);
         if (key == "Exec") parsed.entry.executable = plainText(programOf(value));
+        if (key == "Icon") parsed.entry.icon = plainText(value);
         if (key == "NoDisplay") parsed.entry.isShown = value != "true";
         if (key == "Hidden") parsed.isDeleted = value == "true";
     }
@@ -139,6 +140,7 @@ void DesktopEntries::readFolder(fs::path const& applications) {
         auto parsed = parse(firstBytes(at->path()));
         if (!parsed) continue;
         if (!parsed->isDeleted) parsed->entry.id = id;
+        parsed->entry.path = at->path();
         byId_.emplace(key, std::move(parsed->entry));
     }
 }
@@ -176,6 +178,13 @@ DesktopEntry const* DesktopEntries::withStartupClass(std::string_view startupCla
 DesktopEntry const* DesktopEntries::soleWithExecutable(std::string_view executable) const {
     auto const found = byExecutable_.find(std::string(executable));
     return found == byExecutable_.end() ? nullptr : found->second;
+}
+
+std::vector<DesktopEntry const*> DesktopEntries::all() const {
+    std::vector<DesktopEntry const*> entries;
+    entries.reserve(byId_.size());
+    for (auto const& [key, entry] : byId_) entries.push_back(&entry);
+    return entries;
 }
 
 } // namespace trovel

@@ -13,9 +13,11 @@ namespace trovel {
 struct DesktopEntry {
     std::string id;   ///< Its path below the folder, slashes as dashes, with the ending `.desktop`.
     std::string name; ///< The untranslated name.
-    std::string startupClass; ///< StartupWMClass.
-    std::string executable;   ///< The file name of the program that Exec starts.
-    bool isShown = true;      ///< False for those that menus leave out.
+    std::string startupClass;   ///< StartupWMClass.
+    std::string executable;     ///< The file name of the program that Exec starts.
+    std::string icon;           ///< A name in the icon theme, or a path.
+    std::filesystem::path path; ///< The desktop file itself.
+    bool isShown = true;        ///< False for those that menus leave out.
 };
 
 /// The desktop entries of the user and of the system (the Desktop Entry Specification). Of two with
@@ -39,6 +41,9 @@ public:
 
     /// The shown entry that starts this program, when there is exactly one.
     [[nodiscard]] DesktopEntry const* soleWithExecutable(std::string_view executable) const;
+
+    /// All of them, shown and not, in no order.
+    [[nodiscard]] std::vector<DesktopEntry const*> all() const;
 
 private:
     using Folders = std::vector<std::pair<std::filesystem::path, std::filesystem::file_time_type>>;

@@ -1,8 +1,11 @@
 #include "platform/linux/ui/window_host_linux.h"
 
-#include "platform/fatal.h"
+#include "platform/linux/ui/accessible_view.h"
 #include "platform/linux/ui/overlay_host.h"
 #include "platform/ui/window.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace trovel {
 
@@ -10,8 +13,21 @@ std::unique_ptr<WindowPeer> WindowHostLinux::makePeer(Window& window) {
     auto const& attributes = window.attributes();
     bool const isOverlay =
         attributes.styleMask == kStyleBorderless && attributes.level >= kScreenSaverWindowLevel;
-    if (!isOverlay) fatal("a window that is no overlay has no mirror on this desktop");
-    return overlays_.makePeer(window);
+    if (isOverlay) return overlays_.makePeer(window);
+    // Not at the start of the program: most runs never open a window.
+    if (!std::exchange(hadWindow_, true)) installAccessibleWindows();
+    auto const onFront = [this](NativePeer& peer) {
+        std::erase(frontToBack_, &peer);
+        frontToBack_.insert(frontToBack_.begin(), &peer);
+    };
+    auto const onEnd = [this](NativePeer& peer) { std::erase(frontToBack_, &peer); };
+    return std::make_unique<NativePeer>(window, services_, onFront, onEnd);
+}
+
+void WindowHostLinux::bringForward() {
+    for (auto* const peer : frontToBack_) {
+        if (peer->bringForward()) return;
+    }
 }
 
 } // namespace trovel

@@ -1,0 +1,164 @@
+#include "platform/linux/ui/native_window.h"
+
+#include "platform/linux/ui/native_peer.h"
+#include "platform/linux/xcb/keymap.h"
+#include "platform/ui/events.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHoverEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QWindow>
+
+#include <utility>
+
+namespace trovel {
+
+namespace {
+
+/// The flag that a modifier key sets, by its role; nothing for other keys.
+std::optional<EventFlags> flagOfModifierKey(int key) {
+    switch (key) {
+    case Qt::Key_Shift: return kFlagShift;
+    case Qt::Key_Control: return kFlagCommand;
+    case Qt::Key_Alt: return kFlagOption;
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R: return kFlagControl;
+    case Qt::Key_CapsLock: return kFlagCapsLock;
+    case Qt::Key_AltGr:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R: return EventFlags{0};
+    default: return std::nullopt;
+    }
+}
+
+EventFlags flagsOf(Qt::KeyboardModifiers modifiers) {
+    EventFlags flags = 0;
+    if (modifiers & Qt::ShiftModifier) flags |= kFlagShift;
+    if (modifiers & Qt::ControlModifier) flags |= kFlagCommand;
+    if (modifiers & Qt::AltModifier) flags |= kFlagOption;
+    if (modifiers & Qt::MetaModifier) flags |= kFlagControl;
+    return flags;
+}
+
+/// What the key types on its own.
+std::string charactersOf(QKeyEvent const& event) {
+    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) return "\r";
+    constexpr int kFirstSpecialKey = 0x01000000;
+    if (event.key() <= 0 || event.key() >= kFirstSpecialKey) return {};
+    auto const character = static_cast<char32_t>(event.key());
+    return QString::fromUcs4(&character, 1).toLower().toStdString();
+}
+
+} // namespace
+
+NativeWindow::NativeWindow(NativePeer& peer)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
+      peer_(&peer) {
+    setAttribute(Qt::WA_Hover);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void NativeWindow::detach() {
+    peer_ = nullptr;
+    hide();
+    deleteLater();
+}
+
+Point NativeWindow::pointOf(QPointF const& position) const {
+    // The middle of the pixel, so that its row belongs to the view that covers it.
+    constexpr double kHalf = 0.5;
+    auto const half = kHalf / devicePixelRatioF();
+    return {position.x() + half, height() - position.y() - half};
+}
+
+bool NativeWindow::event(QEvent* event) {
+    if (peer_ == nullptr) return QWidget::event(event);
+    auto const type = event->type();
+    if (type == QEvent::HoverEnter || type == QEvent::HoverMove) {
+        peer_->pointerDidMove(pointOf(static_cast<QHoverEvent*>(event)->position()));
+        return true;
+    }
+    if (type == QEvent::HoverLeave) {
+        peer_->pointerDidMove(std::nullopt);
+        return true;
+    }
+    if (type == QEvent::WindowActivate) peer_->keyStateDidChange(true);
+    if (type == QEvent::WindowDeactivate || type == QEvent::Hide) peer_->keyStateDidChange(false);
+    return QWidget::event(event);
+}
+
+void NativeWindow::paintEvent(QPaintEvent* event) {
+    if (peer_ != nullptr) peer_->paint(event->rect());
+}
+
+void NativeWindow::mousePressEvent(QMouseEvent* event) {
+    if (peer_ == nullptr) return;
+    auto const point = pointOf(event->position());
+    if (event->button() == Qt::LeftButton) {
+        moveStart_.reset();
+        if (peer_->isMovedFrom(point)) moveStart_ = event->position().toPoint();
+        peer_->receive(MouseEvent{MouseEvent::Kind::leftDown, point, flagsOf(event->modifiers())});
+    } else if (event->button() == Qt::RightButton) {
+        peer_->receive(MouseEvent{MouseEvent::Kind::rightDown, point, flagsOf(event->modifiers())});
+    }
+}
+
+void NativeWindow::mouseMoveEvent(QMouseEvent* event) {
+    if (peer_ == nullptr || (event->buttons() & Qt::LeftButton) == 0) return;
+    if (moveStart_) {
+        auto const way = event->position().toPoint() - *moveStart_;
+        if (way.manhattanLength() < QApplication::startDragDistance()) return;
+        moveStart_.reset();
+        windowHandle()->startSystemMove();
+        return;
+    }
+    peer_->receive(MouseEvent{MouseEvent::Kind::leftDragged, pointOf(event->position()),
+                              flagsOf(event->modifiers())});
+}
+
+void NativeWindow::mouseReleaseEvent(QMouseEvent* event) {
+    if (peer_ == nullptr || event->button() != Qt::LeftButton) return;
+    moveStart_.reset();
+    peer_->receive(MouseEvent{MouseEvent::Kind::leftUp, pointOf(event->position()),
+                              flagsOf(event->modifiers())});
+}
+
+void NativeWindow::keyPressEvent(QKeyEvent* event) {
+    handleKey(*event, true);
+}
+
+void NativeWindow::keyReleaseEvent(QKeyEvent* event) {
+    handleKey(*event, false);
+}
+
+void NativeWindow::handleKey(QKeyEvent const& event, bool isPress) {
+    auto const keyCode =
+        Keymap::virtualKeyForKeycode(static_cast<xcb_keycode_t>(event.nativeScanCode()));
+    if (peer_ == nullptr || !keyCode) return;
+    KeyEvent key{KeyEvent::Kind::keyDown, *keyCode, peer_->flagsOf(event.nativeModifiers()), {}};
+    if (auto const flag = flagOfModifierKey(event.key())) {
+        // The state that comes with an event is that from before it.
+        key.kind = KeyEvent::Kind::flagsChanged;
+        key.modifierFlags = isPress ? key.modifierFlags | *flag : key.modifierFlags & ~*flag;
+    } else if (!isPress) {
+        return;
+    } else {
+        key.characters = charactersOf(event);
+    }
+    peer_->receive(key);
+}
+
+void NativeWindow::closeEvent(QCloseEvent* event) {
+    // The window closes itself if it may; Qt has no part in it.
+    event->ignore();
+    if (peer_ != nullptr) peer_->receiveCloseRequest();
+}
+
+} // namespace trovel

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/geometry.h"
+#include "platform/key_codes.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace trovel {
+
+class NativePeer;
+class View;
+
+/// The widget of a window: it is painted by its peer and brings the desktop's events to it. It
+/// lives on for a turn of the main loop when its peer goes within one of these events.
+class NativeWindow final : public QWidget {
+public:
+    explicit NativeWindow(NativePeer& peer);
+
+    /// Null once the peer is gone.
+    [[nodiscard]] NativePeer* peer() const { return peer_; }
+    void detach();
+
+private:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+    [[nodiscard]] Point pointOf(QPointF const& position) const;
+    void handleKey(QKeyEvent const& event, bool isPress);
+
+    NativePeer* peer_;
+    std::optional<QPoint> moveStart_; // where a press that may move the window happened
+};
+
+} // namespace trovel
