@@ -150,6 +150,7 @@ private:
     StatusBarLinux statusBar_{
         *connection_,
         mainQueue_,
+        grab_,
         {preferencesPath().parent_path(), autostartEntryPath().parent_path()}};
     std::optional<QSocketNotifier> secondStarts_;
 };

@@ -173,9 +173,9 @@ private:
     std::shared_ptr<int> alive_ = std::make_shared<int>(0); // blocks that wait hold it weakly
 };
 
-StatusBarLinux::StatusBarLinux(XcbConnection& x, MainQueue& mainQueue,
+StatusBarLinux::StatusBarLinux(XcbConnection& x, MainQueue& mainQueue, InputGrab const& ownGrab,
                                std::vector<std::filesystem::path> folders)
-    : x_(x), mainQueue_(mainQueue), folders_(std::move(folders)), rest_(x, mainQueue) {}
+    : x_(x), mainQueue_(mainQueue), folders_(std::move(folders)), rest_(x, mainQueue, ownGrab) {}
 
 StatusBarLinux::~StatusBarLinux() = default;
 

@@ -17,7 +17,7 @@ class StatusBarLinux final : public StatusBar {
 public:
     /// What is handed in must outlive this. A change in one of the folders may change what a menu
     /// shows.
-    StatusBarLinux(XcbConnection& x, MainQueue& mainQueue,
+    StatusBarLinux(XcbConnection& x, MainQueue& mainQueue, InputGrab const& ownGrab,
                    std::vector<std::filesystem::path> folders);
     ~StatusBarLinux();
 

@@ -1,6 +1,7 @@
 #include "platform/linux/xcb/screen_rest.h"
 
 #include "platform/linux/xcb/connection.h"
+#include "platform/linux/xcb/input_grab.h"
 
 #include <chrono>
 #include <utility>
@@ -56,7 +57,8 @@ private:
     Registration events_;
 };
 
-ScreenRest::ScreenRest(XcbConnection& x, MainQueue& mainQueue) : x_(x), mainQueue_(mainQueue) {}
+ScreenRest::ScreenRest(XcbConnection& x, MainQueue& mainQueue, InputGrab const& ownGrab)
+    : x_(x), mainQueue_(mainQueue), ownGrab_(ownGrab) {}
 ScreenRest::~ScreenRest() = default;
 
 void ScreenRest::whenPointerIsFree(std::function<void(bool)> then) {
@@ -96,6 +98,8 @@ void ScreenRest::later(std::function<void()> block) {
 }
 
 bool ScreenRest::isPointerFree() const {
+    // The server lets a connection have again what it has, and trying it would end that.
+    if (ownGrab_.isWanted()) return false;
     auto const answer = x_.reply<xcb_grab_pointer_reply>(xcb_grab_pointer(
         x_.get(), /*owner_events=*/1, x_.root(), XCB_EVENT_MASK_NO_EVENT, XCB_GRAB_MODE_ASYNC,
         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME));

@@ -11,14 +11,15 @@
 
 namespace trovel {
 
+class InputGrab;
 class XcbConnection;
 
 /// Tells when a menu is gone: from the pointer, which a menu holds while it is open, and from the
 /// screen, where it may fade and what it covered has to be painted again. Main thread only.
 class ScreenRest {
 public:
-    /// What is handed in outlives it.
-    ScreenRest(XcbConnection& x, MainQueue& mainQueue);
+    /// What is handed in outlives it. While `ownGrab` is wanted the pointer is not free.
+    ScreenRest(XcbConnection& x, MainQueue& mainQueue, InputGrab const& ownGrab);
     ScreenRest(ScreenRest const&) = delete;
     ScreenRest& operator=(ScreenRest const&) = delete;
     ~ScreenRest();
@@ -42,6 +43,7 @@ private:
 
     XcbConnection& x_;
     MainQueue& mainQueue_;
+    InputGrab const& ownGrab_;
     std::shared_ptr<int> alive_ = std::make_shared<int>(0); // blocks that wait hold it weakly
 };
 
