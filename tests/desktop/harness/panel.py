@@ -1,0 +1,115 @@
+"""Panels with a place for status icons, and the menus that open there."""
+
+import os
+
+from Xlib import X, error
+
+from .waiting import wait_until
+
+_XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array"><value type="int" value="1"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="length" type="uint" value="20"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="size" type="uint" value="32"/>
+      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
+    </property>
+  </property>
+  <property name="plugins" type="empty">
+    <property name="plugin-1" type="string" value="systray"/>
+  </property>
+</channel>
+"""
+
+
+class SystemTray:
+    """trayer, which has the System Tray protocol alone, in the top right corner."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+        self._process = desktop.processes.start(
+            "trayer", "trayer", "--edge", "top", "--align", "right", "--widthtype", "pixel",
+            "--width", "200", "--height", "32")
+        wait_until(lambda: desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"), "the tray", 10)
+
+    def close(self):
+        self._desktop.processes.stop(self._process)
+        wait_until(lambda: not self._desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"),
+                   "the tray is gone")
+
+    def wait_for_icon(self):
+        """The middle of the icon that was put into the tray."""
+        return wait_until(self._icon, "the icon is in the tray", 10)
+
+    def _icon(self):
+        observer = self._desktop.observer
+        for window in _descendants(observer.root):
+            try:
+                if not window.get_full_property(observer.atom("_XEMBED_INFO"), X.AnyPropertyType):
+                    continue
+                geometry = window.get_geometry()
+                at = window.translate_coords(observer.root, 0, 0)
+                if window.get_attributes().map_state == X.IsViewable and geometry.width > 8:
+                    return (-at.x + geometry.width // 2, -at.y + geometry.height // 2)
+            except error.XError:
+                continue
+        return None
+
+
+class NotifierHost:
+    """xfce4-panel, which shows icons of the StatusNotifierItem protocol and their menus, in the top
+    left corner. Needs a desktop with a bus."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+        folder = os.path.join(desktop.folder, "config", "xfce4", "xfconf",
+                              "xfce-perchannel-xml")
+        os.makedirs(folder, exist_ok=True)
+        with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as settings:
+            settings.write(_XFCE_PANEL)
+        self._process = desktop.processes.start("panel", "xfce4-panel", "--disable-wm-check")
+        wait_until(lambda: desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"), "the panel", 15)
+
+    def close(self):
+        self._desktop.processes.stop(self._process)
+        wait_until(lambda: not self._desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"),
+                   "the panel is gone")
+
+    def wait_for_icon(self):
+        """The middle of the icon, which is the only dark thing in the panel."""
+        wait_until(self._has_icon, "the icon is in the panel", 15)
+        return (12, 16)
+
+    def _has_icon(self):
+        picture = self._desktop.observer.screenshot((0, 0, 24, 32)).convert("L")
+        darkest, lightest = picture.getextrema()
+        return darkest < 100 and lightest > 200
+
+
+def popups(desktop, smallest=60):
+    """The rectangles (x, y, width, height) of the menus that are open, whoever shows them."""
+    found = []
+    for window in desktop.observer.root.query_tree().children:
+        try:
+            attributes = window.get_attributes()
+            geometry = window.get_geometry()
+        except error.XError:
+            continue
+        if (attributes.override_redirect and attributes.map_state == X.IsViewable
+                and attributes.win_class == X.InputOutput and geometry.height >= smallest
+                and geometry.width < desktop.size[0]):
+            found.append((geometry.x, geometry.y, geometry.width, geometry.height))
+    return found
+
+
+def _descendants(window):
+    try:
+        children = window.query_tree().children
+    except error.XError:
+        return
+    for child in children:
+        yield child
+        yield from _descendants(child)
