@@ -64,11 +64,11 @@ std::string pngOf(Image const& image) {
 class PasteboardLinuxTest : public testing::Test {
 protected:
     /// What an independent reader gets, while this program's loop runs.
-    std::string clipboard(std::string const& target) {
+    std::string clipboard(std::string const& target, std::string const& selection = "clipboard") {
         std::atomic<bool> isDone = false;
         std::string result;
         std::thread reader([&] {
-            result = output("xclip -selection clipboard -o -t " + target + " 2>/dev/null");
+            result = output("xclip -selection " + selection + " -o -t " + target + " 2>/dev/null");
             isDone = true;
             queue_.post([] {}); // wakes the loop
         });
@@ -81,8 +81,8 @@ protected:
         queue_.after(duration, [&isOver] { isOver = true; });
         while (!isOver) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    std::vector<std::string> targets() {
-        std::istringstream lines(clipboard("TARGETS"));
+    std::vector<std::string> targets(std::string const& selection = "clipboard") {
+        std::istringstream lines(clipboard("TARGETS", selection));
         std::vector<std::string> result;
         for (std::string line; std::getline(lines, line);) result.push_back(line);
         return result;
@@ -124,6 +124,39 @@ TEST_F(PasteboardLinuxTest, ClearingLeavesNothing) {
 
 TEST_F(PasteboardLinuxTest, AnImageThatIsNoCaptureIsRefused) {
     EXPECT_FALSE(pasteboard_.writeImage({}));
+}
+
+TEST_F(PasteboardLinuxTest, ATextIsOnBothSelectionsAsPlainTextByteForByte) {
+    std::string const text = "/home/an 'n\"/\xc3\xbc \xff/.trovel/captures/Trovel-1.png ";
+    ASSERT_TRUE(pasteboard_.writeText(text));
+    for (std::string const selection : {"clipboard", "primary"}) {
+        EXPECT_EQ(clipboard("UTF8_STRING", selection), text) << selection;
+        EXPECT_EQ(clipboard("'text/plain;charset=utf-8'", selection), text) << selection;
+        auto const offered = targets(selection);
+        EXPECT_THAT(offered, testing::IsSupersetOf({"UTF8_STRING", "STRING", "TEXT"}));
+        for (auto const& name : offered) {
+            EXPECT_TRUE(!name.contains('/') || name.starts_with("text/plain")) << name;
+        }
+    }
+}
+
+TEST_F(PasteboardLinuxTest, AnAsciiTextIsTheSameInEveryForm) {
+    std::string const text = "/home/ann/.trovel/captures/Trovel-1731700000123.png ";
+    ASSERT_TRUE(pasteboard_.writeText(text));
+    for (auto const* form : {"UTF8_STRING", "STRING", "TEXT", "text/plain"}) {
+        EXPECT_EQ(clipboard(form), text) << form;
+    }
+}
+
+TEST_F(PasteboardLinuxTest, ItKnowsWhatWasWrittenLast) {
+    EXPECT_EQ(pasteboard_.lastWritten(), WrittenContents::picture);
+    ASSERT_TRUE(pasteboard_.writeText("a "));
+    EXPECT_EQ(pasteboard_.lastWritten(), WrittenContents::text);
+    EXPECT_FALSE(pasteboard_.writeImage({}));
+    EXPECT_EQ(pasteboard_.lastWritten(), WrittenContents::text);
+    ASSERT_TRUE(pasteboard_.writeImage(noise(20, 10)));
+    EXPECT_EQ(pasteboard_.lastWritten(), WrittenContents::picture);
+    EXPECT_THAT(targets(), Not(Contains("UTF8_STRING")));
 }
 
 TEST_F(PasteboardLinuxTest, ThePictureIsTakenEvenWhereAnotherProgramWasThereAMomentAgo) {

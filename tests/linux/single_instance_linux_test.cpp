@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,6 +27,30 @@ TEST(SingleInstanceTest, TheSecondClaimFailsUntilTheFirstHasEnded) {
     EXPECT_FALSE(SingleInstance::claim(display));
     first.reset();
     EXPECT_TRUE(SingleInstance::claim(display));
+}
+
+TEST(SingleInstanceTest, ASecondStartIsNoticedOnce) {
+    auto const display = uniqueDisplay("noticed");
+    auto const first = SingleInstance::claim(display);
+    ASSERT_TRUE(first);
+    EXPECT_FALSE(first->takeSecondStarts());
+    EXPECT_FALSE(SingleInstance::claim(display));
+    EXPECT_FALSE(SingleInstance::claim(display));
+    pollfd readable{first->fileDescriptor(), POLLIN, 0};
+    EXPECT_EQ(poll(&readable, 1, 1000), 1);
+    EXPECT_TRUE(first->takeSecondStarts());
+    EXPECT_FALSE(first->takeSecondStarts());
+}
+
+TEST(SingleInstanceTest, AnotherUsersStartIsNone) {
+    if (geteuid() != 0) GTEST_SKIP() << "needs root to be two users";
+    auto const display = uniqueDisplay("stranger");
+    auto const first = SingleInstance::claim(display);
+    ASSERT_TRUE(first);
+    ASSERT_EQ(seteuid(kNobody), 0);
+    EXPECT_FALSE(SingleInstance::claim(display)); // it looks for this user's name all the same
+    ASSERT_EQ(seteuid(0), 0);
+    EXPECT_FALSE(first->takeSecondStarts());
 }
 
 TEST(SingleInstanceTest, EachDisplayHasItsOwn) {

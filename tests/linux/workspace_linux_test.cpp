@@ -2,6 +2,7 @@
 
 #include "platform/linux/application_groups.h"
 #include "tests/linux/other_program.h"
+#include "tests/linux/scoped_environment.h"
 #include "tests/linux/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -9,7 +10,13 @@
 
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace trovel {
 namespace {
@@ -33,6 +40,15 @@ protected:
         return identifiers;
     }
 
+    [[nodiscard]] std::vector<std::string> identifiersWith(std::string_view identifier) const {
+        std::vector<std::string> found;
+        for (auto const& application :
+             workspace_.runningApplicationsWithBundleIdentifier(identifier)) {
+            found.push_back(application.bundleIdentifier.value_or("none"));
+        }
+        return found;
+    }
+
     [[nodiscard]] std::string frontmost() const {
         auto const application = workspace_.frontmostApplication();
         return application ? application->bundleIdentifier.value_or("unknown") : "none";
@@ -49,7 +65,8 @@ protected:
     TemporaryFolder folder_;
     std::unique_ptr<XcbConnection> connection_ = XcbConnection::open();
     ApplicationGroups groups_{*connection_, {folder_.path()}, kOwnProcess};
-    WorkspaceLinux workspace_{groups_};
+    int explanations_ = 0;
+    WorkspaceLinux workspace_{groups_, [this] { ++explanations_; }};
     OtherProgram other_;
 };
 
@@ -282,6 +299,64 @@ TEST_F(WorkspaceLinuxTest, WhatADeadWindowManagerLeftBehindIsNotBelieved) {
     other_.focus(two);
     EXPECT_THAT(identifiers(), ElementsAre("Alpha.desktop", "Beta.desktop"));
     EXPECT_EQ(frontmost(), "Beta.desktop");
+}
+
+TEST_F(WorkspaceLinuxTest, AnIdentifierFindsExactlyItsApplications) {
+    WindowManagerTraces manager(other_);
+    manager.list({other_.open({.className = "code"}), other_.open({.className = "code-insiders"})},
+                 {});
+    EXPECT_THAT(identifiersWith("com.microsoft.VSCode"), ElementsAre("com.microsoft.VSCode"));
+    EXPECT_THAT(identifiersWith("com.microsoft.VSCod"), IsEmpty());
+    EXPECT_THAT(identifiersWith(""), IsEmpty());
+}
+
+TEST_F(WorkspaceLinuxTest, TheSystemsTerminalIsEveryTerminalTheOneUsedLastFirst) {
+    WindowManagerTraces manager(other_);
+    std::vector<xcb_window_t> windows;
+    for (auto const* name : {"XTerm", "Gnome-terminal", "kitty", "Alacritty", "Xfce4-terminal",
+                             "konsole", "org.wezfurlong.wezterm", "Editor"}) {
+        windows.push_back(other_.open({.className = name}));
+    }
+    manager.list(windows, windows);
+    manager.activate(windows[0]);
+    static_cast<void>(frontmost());
+    manager.activate(windows[2]);
+    static_cast<void>(frontmost());
+    manager.activate(windows[7]);
+    auto const terminals = identifiersWith("com.apple.Terminal");
+    ASSERT_EQ(terminals.size(), 7U);
+    EXPECT_EQ(terminals[0], "kitty.desktop");
+    EXPECT_EQ(terminals[1], "XTerm.desktop");
+    // Only this look-up knows that name.
+    EXPECT_EQ(frontmost(), "Editor.desktop");
+    EXPECT_THAT(identifiersWith("kitty.desktop"), ElementsAre("kitty.desktop"));
+}
+
+TEST_F(WorkspaceLinuxTest, ThePrivacySettingsAreExplained) {
+    workspace_.openUrl("x-apple.systempreferences:com.apple.preference.security?"
+                       "Privacy_ScreenCapture");
+    EXPECT_EQ(explanations_, 1);
+    workspace_.openUrl("x-apple.systempreferences:other");
+    workspace_.openUrl("");
+    EXPECT_EQ(explanations_, 1);
+}
+
+TEST_F(WorkspaceLinuxTest, AnAddressIsHandedToXdgOpenAndNothingElseIs) {
+    folder_.write("bin/xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" >> \"" +
+                                      (folder_.path() / "opened").string() + "\"\n");
+    std::filesystem::permissions(folder_.path() / "bin/xdg-open",
+                                 std::filesystem::perms::owner_all);
+    auto const path = (folder_.path() / "bin").string() + ":/usr/bin:/bin";
+    ScopedEnvironment const environment("PATH", path.c_str());
+    workspace_.openUrl("file:///etc/passwd");
+    workspace_.openUrl("--help");
+    workspace_.openUrl("https://trovel.example/a?b='c'&d=$(e);f");
+    auto const opened = [this] {
+        std::ifstream file(folder_.path() / "opened");
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    std::string const expected = "1\nhttps://trovel.example/a?b='c'&d=$(e);f\n";
+    EXPECT_TRUE(OtherProgram::eventually([&] { return opened() == expected; })) << opened();
 }
 
 TEST_F(WorkspaceLinuxTest, ALostServerIsAnEmptyDesktop) {
