@@ -61,6 +61,7 @@ public:
     /// Puts it in front and asks for the keyboard, if it is shown.
     bool bringForward();
 
+    [[nodiscard]] bool isAnimating() const { return frames_.isActive(); }
     [[nodiscard]] Window& window() const { return window_; }
     [[nodiscard]] NativeWindow& widget() const { return *native_; }
 
