@@ -311,7 +311,7 @@ void drawSymbol(QPainter& painter, std::string_view name, QRectF const& box, Fon
     auto const square = squareIn(box);
     if (symbol == nullptr || square.isEmpty()) return;
     // On a sheet of its own: holes in it let through what is behind it.
-    auto const scale = painter.device()->devicePixelRatioF();
+    auto const scale = painter.deviceTransform().m11();
     auto const side = static_cast<int>(std::ceil(square.width() * scale));
     QPixmap sheet(side, side);
     sheet.fill(Qt::transparent);

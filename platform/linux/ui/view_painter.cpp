@@ -223,7 +223,7 @@ void ViewPainter::paintIcon(ImageView const& view, QRectF const& box) {
                    },
                    [&](OwnApplicationIcon const&) {
                        auto const side = std::min(box.width(), box.height());
-                       auto const pixels = std::ceil(side * painter_.device()->devicePixelRatioF());
+                       auto const pixels = std::ceil(side * painter_.deviceTransform().m11());
                        paintInside({side, side}, ownIcon(static_cast<int>(pixels)).toImage());
                    },
                    [&](ApplicationIcon const& icon) {
@@ -234,7 +234,7 @@ void ViewPainter::paintIcon(ImageView const& view, QRectF const& box) {
                                    pixels->image());
                    },
                    [&](DrawnImage const& image) {
-                       auto const scale = painter_.device()->devicePixelRatioF();
+                       auto const scale = painter_.deviceTransform().m11();
                        paintInside({image.size.width, image.size.height},
                                    pixmapOf(image, scale, tint).toImage());
                    }},
