@@ -1,6 +1,7 @@
 #include "tests/fuzz/invariants.h"
 
 #include "capture/screenshot_manager.h"
+#include "platform/ui/menu.h"
 #include "platform/ui/window.h"
 
 #include <algorithm>
@@ -19,19 +20,31 @@ constexpr auto kLongestSession = 30s + 10s;
 constexpr auto kCaptureToDelivery = 300ms;
 constexpr auto kPasteToSubmit = 800ms;
 
-constexpr std::array<std::string_view, 4> kWholeAlertTexts{
-    "Could not find the target display.", "Failed to crop the captured image.",
+constexpr std::array<std::string_view, 8> kWholeAlertTexts{
+    "Failed to encode screenshot.",
+    "Could not create captures directory.",
+    "Failed to save screenshot to disk.",
+    "Screenshot file not found after save.",
+
+    "Could not find the target display.",
+    "Failed to crop the captured image.",
     "No AI chat app detected. Open Claude, ChatGPT, Gemini, or Perplexity.",
     "Could not bring the target app to front. The screenshot is on your clipboard — paste it "
     "manually."};
 constexpr std::string_view kCaptureFailed = "Screen capture failed: ";
+constexpr std::string_view kNotRunning = " is not running.";
+constexpr std::string_view kAbout = "Version 0.1.0 (7)\n\n";
 
 bool isKnown(Alert const& alert) {
-    bool const isWhole =
-        std::ranges::find(kWholeAlertTexts, alert.informativeText) != kWholeAlertTexts.end();
+    auto const& text = alert.informativeText;
+    if (alert.buttons != std::vector<std::string>{"OK"}) return false;
+    if (alert.messageText == "Invalid App" || alert.messageText == "Launch at Login") {
+        return alert.style == AlertStyle::warning;
+    }
+    bool const isWhole = std::ranges::find(kWholeAlertTexts, text) != kWholeAlertTexts.end();
     return alert.messageText == "Trovel" && alert.style == AlertStyle::informational &&
-           alert.buttons == std::vector<std::string>{"OK"} &&
-           (isWhole || alert.informativeText.starts_with(kCaptureFailed));
+           (isWhole || text.starts_with(kCaptureFailed) || text.starts_with(kAbout) ||
+            text.ends_with(kNotRunning));
 }
 
 } // namespace
@@ -93,6 +106,7 @@ public:
         owner_.wasHotkeyRefused_ |= fault.operation == Operation::registerHotKey ||
                                     fault.operation == Operation::installEventHandler;
     }
+    void operator()(effect::MenuOpened const&) { owner_.wasMenuOpened_ = true; }
     template <class Other>
     void operator()(Other const&) {}
 
@@ -113,6 +127,7 @@ void Invariants::check() {
     checkInput(entries);
     checkState();
     checkHotkeys();
+    checkMenu();
     isUsersBlock_ = false;
     for (auto& entry : entries) history_.push_back(std::move(entry));
     while (history_.size() > kHistoryLimit) history_.pop_front();
@@ -128,6 +143,14 @@ void Invariants::checkState() {
     require(depth == 0 || depth == 1, "the cursor stack is out of balance");
     require(desktop_.monitors.count() == static_cast<std::size_t>(depth),
             "the key monitor does not last as long as the crosshair");
+    std::set<std::pair<double, double>> sizes;
+    for (auto const* window : shown) {
+        auto const& frame = window->attributes().contentRect;
+        bool const isSetup =
+            window->canBecomeKey() && window->attributes().level == kNormalWindowLevel;
+        require(!isSetup || sizes.emplace(frame.width, frame.height).second,
+                "a setup window is open twice");
+    }
     require(overlays == 0 || depth == 1, "an overlay without its crosshair");
     require(overlays <= screensAtBegin_, "more than one overlay session");
     require(sessions == (isCapturing ? 1 : 0), "the capture session is not the manager's");
@@ -143,6 +166,16 @@ void Invariants::checkHotkeys() {
     if (wasHotkeyRefused_ || !desktop_.application.isRunning()) return;
     require(hotkeys.hotKeyCount() == 1 && hotkeys.handlerCount() == 1,
             "the hotkey or its handler is gone");
+}
+
+void Invariants::checkMenu() {
+    auto const menu = desktop_.statusBar.menu();
+    if (!menu || !wasMenuOpened_) return;
+    auto const& rows = menu->items();
+    auto const terminal = std::ranges::find(rows, "Terminal Mode", &MenuItem::title);
+    auto const& targets = (*terminal)->submenu()->items();
+    require(std::ranges::count(targets, MenuItem::State::on, &MenuItem::state) == 1,
+            "not exactly one terminal item is checked");
 }
 
 void Invariants::checkInput(std::vector<JournalEntry> const& entries) {

@@ -38,6 +38,7 @@ private:
 
     void checkState();
     void checkHotkeys();
+    void checkMenu();
     void checkInput(std::vector<JournalEntry> const& entries);
     void require(bool holds, char const* what) {
         if (!holds) fail(what);
@@ -60,6 +61,7 @@ private:
     int postedWithGrant_ = 0;
     int arrivedFromProgram_ = 0;
     bool wasHotkeyRefused_ = false;
+    bool wasMenuOpened_ = false;
 };
 
 } // namespace trovel

@@ -3,6 +3,9 @@
 #include "app/hotkey.h"
 #include "app/preferences.h"
 #include "capture/screenshot_manager.h"
+#include "platform/carbon_modifiers.h"
+#include "platform/ui/menu.h"
+#include "platform/ui/view.h"
 #include "platform/ui/window.h"
 
 #include <algorithm>
@@ -34,18 +37,51 @@ constexpr std::array<KnownProgram, 10> kPrograms{{
 }};
 constexpr std::array<char const*, 6> kPreferredNames{"Claude", "Gemini", "Safari",
                                                      "MyTool", "",       "Notes"};
+constexpr char const* kToolPath = "/Applications/Tool.app";
 constexpr std::size_t kMostPrograms = 10;
 constexpr std::size_t kMostDisplays = 4;
 constexpr std::size_t kMostAlerts = 5;
+
+Product product() {
+    return {.displayName = "Trovel",
+            .changelogUrl = "https://trovel.example",
+            .supportEmail = "help@trovel.example"};
+}
+
+/// The event flags that make that Carbon mask.
+EventFlags eventFlags(std::uint32_t modifiers) {
+    EventFlags flags = 0;
+    if ((modifiers & kCmdKey) != 0) flags |= kFlagCommand;
+    if ((modifiers & kShiftKey) != 0) flags |= kFlagShift;
+    if ((modifiers & kOptionKey) != 0) flags |= kFlagOption;
+    if ((modifiers & kControlKey) != 0) flags |= kFlagControl;
+    return flags;
+}
+
+/// The rows of a menu and its submenus that do something.
+void addRows(std::vector<std::shared_ptr<MenuItem>>& rows, Menu const& menu) {
+    for (auto const& item : menu.items()) {
+        if (item->hasAction()) rows.push_back(item);
+        if (item->submenu()) addRows(rows, *item->submenu());
+    }
+}
+
+void addViews(std::vector<View*>& views, View& view) {
+    views.push_back(&view);
+    for (auto const& subview : view.subviews()) addViews(views, *subview);
+}
 
 } // namespace
 
 RandomUser::RandomUser(std::uint64_t seed, int events)
     : random_(seed), swarm_(Swarm::draw(random_)), eventsLeft_(events), desktop_(random_.next()),
-      delegate_(AppDelegate::make({desktop_.platform(), slots_}, {})),
+      delegate_(AppDelegate::make({desktop_.platform(), slots_}, product())),
       invariants_(desktop_, *delegate_) {
     desktop_.application.setSelfActivation(swarm_.selfActivation);
     desktop_.alerts.setReadingTime(swarm_.readingTime);
+    desktop_.preferences.store(kHasCompletedOnboarding, random_.chance(700));
+    desktop_.openPanels.install(kToolPath, {"org.example", "MyTool"});
+    if (random_.chance(300)) desktop_.process.setSystemVersion(15, 0);
     for (std::size_t operation = 0; operation < swarm_.faultsPerMille.size(); ++operation) {
         desktop_.faults.failSometimes(static_cast<Operation>(operation),
                                       swarm_.faultsPerMille[operation]);
@@ -59,11 +95,15 @@ LifeReport RandomUser::live() {
     desktop_.application.launch();
     desktop_.queue.observe([this] { invariants_.check(); });
     actLater();
-    while (eventsLeft_ > 0 && !invariants_.failure()) desktop_.queue.step();
+    auto const& application = desktop_.application;
+    while (eventsLeft_ > 0 && application.isRunning() && !invariants_.failure()) {
+        desktop_.queue.step();
+    }
     auto const deliveries = invariants_.deliveries();
     auto const virtualTime = desktop_.queue.now();
     if (!invariants_.failure()) heal();
-    if (!invariants_.failure()) expectOneDelivery();
+    // The restart of the permissions window ends a life before its time.
+    if (application.isRunning() && !invariants_.failure()) expectOneDelivery();
     if (!invariants_.failure()) quit();
     LifeReport report{std::nullopt, desktop_.journal.digest(), deliveries, virtualTime};
     if (auto const& failure = invariants_.failure()) {
@@ -85,7 +125,7 @@ void RandomUser::actLater() {
 }
 
 void RandomUser::act() {
-    if (eventsLeft_ == 0 || invariants_.failure()) return;
+    if (eventsLeft_ == 0 || !desktop_.application.isRunning() || invariants_.failure()) return;
     --eventsLeft_;
     actLater(); // first: what follows may nest in an alert
     invariants_.userActs();
@@ -120,14 +160,16 @@ void RandomUser::perform(Deed deed) {
     case Deed::copyElsewhere: return desktop_.pasteboard.copyElsewhere("copied elsewhere");
     case Deed::changeLatency: return changeLatency();
     case Deed::recordHotkey: return recordHotkey();
+    case Deed::chooseMenuRow: return chooseMenuRow();
+    case Deed::clickInWindow: return clickInWindow();
+    case Deed::closeWindow: return closeWindow();
+    case Deed::pressKeyWithModifiers: return pressKeyWithModifiers();
     }
 }
 
 void RandomUser::pressHotkey(int repeats) {
     auto const [key, modifiers] = hotkey();
-    EventFlags const flags = modifiers == kDefaultHotkey.modifiers ? kFlagCommand | kFlagShift
-                                                                   : kFlagControl | kFlagOption;
-    desktop_.user.holdKey(key, flags, repeats);
+    desktop_.user.holdKey(key, eventFlags(modifiers), repeats);
 }
 
 void RandomUser::otherKey() {
@@ -275,6 +317,39 @@ void RandomUser::changePreference() {
 void RandomUser::recordHotkey() {
     delegate_->registerHotkey(random_.chance(500) ? kDefaultHotkey
                                                   : Hotkey{111, kControlKey + kOptionKey});
+}
+
+void RandomUser::chooseMenuRow() {
+    desktop_.statusBar.open();
+    std::vector<std::shared_ptr<MenuItem>> rows;
+    addRows(rows, *desktop_.statusBar.menu());
+    rows.pop_back(); // "Quit": lives would be too short
+    rows[random_.below(rows.size())]->receiveChosen();
+}
+
+void RandomUser::clickInWindow() {
+    auto const windows = desktop_.windows.visibleWindows();
+    if (windows.empty()) return;
+    desktop_.openPanels.setAnswer(random_.chance(500) ? std::optional<std::string>(kToolPath)
+                                                      : std::nullopt);
+    std::vector<View*> views;
+    addViews(views, *windows.front()->contentView());
+    auto const& frame = windows.front()->attributes().contentRect;
+    auto const& view = *views[random_.below(views.size())];
+    auto const origin = view.convertFromWindow({-frame.x, -frame.y});
+    desktop_.user.click({view.frame().width / 2 - origin.x, view.frame().height / 2 - origin.y});
+}
+
+void RandomUser::closeWindow() {
+    auto const windows = desktop_.windows.visibleWindows();
+    if (!windows.empty()) windows[random_.below(windows.size())]->receiveCloseRequest();
+}
+
+void RandomUser::pressKeyWithModifiers() {
+    auto const flags = eventFlags(static_cast<std::uint32_t>(random_.below(0x20)) << 8U);
+    desktop_.user.holdModifiers(flags);
+    desktop_.user.pressKey(static_cast<KeyCode>(random_.below(60)), flags);
+    desktop_.user.holdModifiers(0);
 }
 
 void RandomUser::heal() {

@@ -50,6 +50,10 @@ private:
     void changePreference();
     void changeLatency();
     void recordHotkey();
+    void chooseMenuRow();
+    void clickInWindow();
+    void closeWindow();
+    void pressKeyWithModifiers();
     void note(std::string text);
 
     [[nodiscard]] Point anyPoint();

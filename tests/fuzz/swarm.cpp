@@ -8,7 +8,8 @@ namespace {
 
 /// How often each deed happens in a life of no particular character.
 constexpr std::array<unsigned, kDeedNames.size()> kUsualWeights{
-    300, 10, 250, 60, 120, 60, 30, 20, 60, 20, 60, 30, 15, 60, 20, 12, 10, 8, 25, 10, 5, 5};
+    300, 10, 250, 60, 120, 60, 30, 20, 60, 20, 60, 30, 15,
+    60,  20, 12,  10, 8,   25, 10, 5,  5,  40, 40, 20, 15};
 
 } // namespace
 

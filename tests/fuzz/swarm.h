@@ -35,9 +35,13 @@ enum class Deed : std::uint8_t {
     copyElsewhere,
     changeLatency,
     recordHotkey,
+    chooseMenuRow,
+    clickInWindow,
+    closeWindow,
+    pressKeyWithModifiers,
 };
 
-inline constexpr std::array<std::string_view, 22> kDeedNames{"press hotkey",
+inline constexpr std::array<std::string_view, 26> kDeedNames{"press hotkey",
                                                              "hold hotkey",
                                                              "drag",
                                                              "press",
@@ -58,7 +62,11 @@ inline constexpr std::array<std::string_view, 22> kDeedNames{"press hotkey",
                                                              "change preference",
                                                              "copy elsewhere",
                                                              "change latency",
-                                                             "record hotkey"};
+                                                             "record hotkey",
+                                                             "choose menu row",
+                                                             "click in window",
+                                                             "close window",
+                                                             "press key with modifiers"};
 
 /// The character of one life of the program, drawn from its seed: some things happen all the time,
 /// others never, so that rare combinations get their turn.
