@@ -5,13 +5,19 @@
 #include <QuartzCore/QuartzCore.h>
 
 NS_ASSUME_NONNULL_BEGIN
-@class NSApplication, NSButton, NSColor, NSEvent, NSFont, NSImage, NSWindow;
+@class NSApplication, NSButton, NSColor, NSEvent, NSFont, NSGraphicsContext, NSImage, NSMenu,
+    NSWindow;
+@class UTType;
 typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
     NSApplicationActivationPolicyRegular = 0,
     NSApplicationActivationPolicyAccessory = 1,
     NSApplicationActivationPolicyProhibited = 2
 };
+typedef NSInteger NSControlStateValue;
+static NSControlStateValue const NSControlStateValueOff = 0;
+static NSControlStateValue const NSControlStateValueOn = 1;
 typedef NSInteger NSModalResponse;
+static NSModalResponse const NSModalResponseOK = 1;
 typedef NSInteger NSWindowLevel;
 typedef NSUInteger NSWindowStyleMask;
 typedef NSUInteger NSWindowCollectionBehavior;
@@ -70,14 +76,35 @@ DECL_MAIN_THREAD
 - (void)activate API_AVAILABLE_MAC(14.0);
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+@property(null_resettable, strong) NSImage* applicationIconImage;
+@end
+
+@class NSMenuItem;
+DECL_MAIN_THREAD
+@protocol NSMenuDelegate <NSObject>
+@optional
+- (void)menuWillOpen:(NSMenu*)menu;
+@end
+
+DECL_MAIN_THREAD
+@interface NSMenu : NSObject <NSCopying, NSCoding>
+- (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
+- (void)addItem:(NSMenuItem*)newItem;
+@property(nullable, weak) id<NSMenuDelegate> delegate;
 @end
 
 DECL_MAIN_THREAD
 @interface NSMenuItem : NSObject <NSCopying, NSCoding>
++ (NSMenuItem*)separatorItem;
 - (instancetype)initWithTitle:(NSString*)string
                        action:(nullable SEL)selector
                 keyEquivalent:(NSString*)charCode NS_DESIGNATED_INITIALIZER;
+@property(copy) NSString* title;
 @property(nullable, weak) id target;
+@property(nullable, strong) id representedObject;
+@property NSControlStateValue state;
+@property(nullable, strong) NSMenu* submenu;
+@property NSEventModifierFlags keyEquivalentModifierMask;
 @end
 
 @interface NSView : NSResponder
@@ -100,6 +127,22 @@ DECL_MAIN_THREAD
 
 @interface NSButton : NSControl
 @property NSBezelStyle bezelStyle;
+@property(nullable, strong) NSImage* image;
+@end
+
+@interface NSStatusBarButton : NSButton
+@end
+
+static CGFloat const NSSquareStatusItemLength = -2.0;
+@interface NSStatusItem : NSObject
+@property(nullable, readonly, strong) NSStatusBarButton* button;
+@property(nullable, strong) NSMenu* menu;
+@end
+
+@interface NSStatusBar : NSObject
+@property(class, readonly, strong) NSStatusBar* systemStatusBar;
+- (NSStatusItem*)statusItemWithLength:(CGFloat)length;
+- (void)removeStatusItem:(NSStatusItem*)item;
 @end
 
 @protocol NSWindowDelegate <NSObject>
@@ -215,20 +258,51 @@ APPKIT_EXTERN void NSRectFillUsingOperation(NSRect rect, NSCompositingOperation 
 @end
 
 @interface NSImage : NSObject <NSCopying, NSSecureCoding, NSPasteboardWriting>
++ (NSImage*)imageWithSize:(NSSize)size
+                  flipped:(BOOL)drawingHandlerShouldBeCalledWithFlippedContext
+           drawingHandler:(BOOL (^)(NSRect dstRect))drawingHandler;
++ (nullable instancetype)imageWithSystemSymbolName:(NSString*)name
+                          accessibilityDescription:(nullable NSString*)description
+    API_AVAILABLE_MAC(11.0);
 - (instancetype)initWithCGImage:(CGImageRef)cgImage size:(NSSize)size;
+- (void)setTemplate:(BOOL)isTemplate;
+@property(nullable, readonly, copy) NSData* TIFFRepresentation;
+- (nullable CGImageRef)CGImageForProposedRect:(nullable NSRect*)proposedDestRect
+                                      context:(nullable NSGraphicsContext*)referenceContext
+                                        hints:(nullable NSDictionary<NSString*, id>*)hints
+    CF_RETURNS_NOT_RETAINED;
 @end
 
+typedef NS_ENUM(NSUInteger, NSBitmapImageFileType) { NSBitmapImageFileTypePNG = 4 };
+typedef NSString* NSBitmapImageRepPropertyKey;
+@interface NSImageRep : NSObject
+@end
+
+@interface NSBitmapImageRep : NSImageRep
++ (nullable instancetype)imageRepWithData:(NSData*)data;
+- (nullable NSData*)representationUsingType:(NSBitmapImageFileType)storageType
+                                 properties:
+                                     (NSDictionary<NSBitmapImageRepPropertyKey, id>*)properties;
+@end
+
+typedef NSString* NSPasteboardType;
+APPKIT_EXTERN NSPasteboardType const NSPasteboardTypeString;
 @interface NSPasteboard : NSObject
 @property(class, readonly, strong) NSPasteboard* generalPasteboard;
 - (NSInteger)clearContents;
 - (BOOL)writeObjects:(NSArray<id<NSPasteboardWriting>>*)objects;
+- (BOOL)setString:(NSString*)string forType:(NSPasteboardType)dataType;
 @end
 
 @interface NSRunningApplication : NSObject
++ (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:
+    (NSString*)bundleIdentifier;
++ (nullable instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
 @property(nullable, readonly, copy) NSString* localizedName;
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
 @property(readonly) pid_t processIdentifier;
 @property(readonly) NSApplicationActivationPolicy activationPolicy;
+@property(nullable, readonly, strong) NSImage* icon;
 @end
 
 @interface NSWorkspace : NSObject
@@ -236,6 +310,8 @@ APPKIT_EXTERN void NSRectFillUsingOperation(NSRect rect, NSCompositingOperation 
 @property(nullable, readonly, strong) NSRunningApplication* frontmostApplication;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
 - (BOOL)openURL:(NSURL*)url;
+- (nullable NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)bundleIdentifier;
+- (NSImage*)iconForFile:(NSString*)fullPath;
 @end
 
 DECL_MAIN_THREAD
@@ -243,8 +319,27 @@ DECL_MAIN_THREAD
 @property(copy) NSString* messageText;
 @property(copy) NSString* informativeText;
 @property NSAlertStyle alertStyle;
+@property(null_resettable, strong) NSImage* icon;
 - (NSButton*)addButtonWithTitle:(NSString*)title;
 - (NSModalResponse)runModal;
+@end
+
+@interface NSPanel : NSWindow
+@end
+
+@interface NSSavePanel : NSPanel
+@property(nullable, readonly, copy) NSURL* URL;
+@property(nullable, copy) NSURL* directoryURL;
+@property(copy) NSArray<UTType*>* allowedContentTypes API_AVAILABLE_MAC(11.0);
+@property(null_resettable, copy) NSString* title;
+- (NSModalResponse)runModal;
+@end
+
+@interface NSOpenPanel : NSSavePanel
++ (NSOpenPanel*)openPanel;
+@property BOOL canChooseFiles;
+@property BOOL canChooseDirectories;
+@property BOOL allowsMultipleSelection;
 @end
 
 NS_ASSUME_NONNULL_END

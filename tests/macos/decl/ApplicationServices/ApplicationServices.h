@@ -9,6 +9,7 @@ typedef NS_ENUM(UInt32, AXValueType) { kAXValueTypeCGPoint = 1, kAXValueTypeCGSi
 CF_IMPLICIT_BRIDGING_ENABLED
 extern "C" {
 Boolean AXIsProcessTrusted(void);
+Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef _Nullable options);
 AXUIElementRef _Nonnull AXUIElementCreateApplication(pid_t pid) CF_RETURNS_RETAINED;
 AXError AXUIElementCopyAttributeValue(AXUIElementRef _Nonnull element,
                                       CFStringRef _Nonnull attribute,
@@ -18,6 +19,7 @@ CFTypeID AXValueGetTypeID(void);
 Boolean AXValueGetValue(AXValueRef _Nonnull value, AXValueType theType, void* _Nonnull valuePtr);
 }
 CF_IMPLICIT_BRIDGING_DISABLED
+CF_EXPORT const CFStringRef _Nonnull kAXTrustedCheckOptionPrompt;
 #define kAXFocusedWindowAttribute CFSTR("AXFocusedWindow")
 #define kAXWindowsAttribute CFSTR("AXWindows")
 #define kAXPositionAttribute CFSTR("AXPosition")

@@ -54,6 +54,7 @@ CGImageRef _Nullable CGImageCreateWithImageInRect(CGImageRef _Nullable image,
                                                   CGRect rect) CF_RETURNS_RETAINED;
 CGImageRef _Nullable CGImageRetain(CGImageRef _Nullable image);
 bool CGPreflightScreenCaptureAccess(void) API_AVAILABLE_MAC(10.15);
+bool CGRequestScreenCaptureAccess(void) API_AVAILABLE_MAC(10.15);
 CGEventSourceRef _Nullable CGEventSourceCreate(CGEventSourceStateID stateID) CF_RETURNS_RETAINED;
 CGEventRef _Nullable CGEventCreateKeyboardEvent(CGEventSourceRef _Nullable source,
                                                 CGKeyCode virtualKey,

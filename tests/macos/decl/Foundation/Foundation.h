@@ -5,7 +5,7 @@
 #include <dispatch/dispatch.h>
 
 NS_ASSUME_NONNULL_BEGIN
-@class NSCoder, NSError, NSString;
+@class NSCoder, NSDate, NSError, NSString, NSURL;
 typedef struct _NSZone NSZone;
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
@@ -95,20 +95,59 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
 @interface NSNumber : NSValue
 + (NSNumber*)numberWithBool:(BOOL)value;
++ (NSNumber*)numberWithInt:(int)value;
 @property(readonly) long long longLongValue;
 @end
 
+typedef NSUInteger NSDataWritingOptions;
 @interface NSData : NSObject <NSCopying>
++ (instancetype)dataWithBytes:(nullable const void*)bytes length:(NSUInteger)length;
+@property(readonly) const void* bytes;
+@property(readonly) NSUInteger length;
+- (BOOL)writeToURL:(NSURL*)url
+           options:(NSDataWritingOptions)writeOptionsMask
+             error:(NSError* _Nullable* _Nullable)errorPtr;
+@end
+
+@interface NSDate : NSObject <NSCopying>
+@property(readonly) NSTimeInterval timeIntervalSince1970;
 @end
 
 @interface NSError : NSObject <NSCopying>
 @property(readonly, copy) NSString* localizedDescription;
 @end
 
+typedef NSString* NSURLResourceKey;
+FOUNDATION_EXPORT NSURLResourceKey const NSURLCreationDateKey;
 @interface NSURL : NSObject <NSCopying>
++ (nullable instancetype)URLWithString:(NSString*)URLString;
++ (NSURL*)fileURLWithPath:(NSString*)path isDirectory:(BOOL)isDir;
+@property(nullable, readonly, copy) NSString* path;
+- (BOOL)getResourceValue:(out id _Nullable* _Nonnull)value
+                  forKey:(NSURLResourceKey)key
+                   error:(out NSError* _Nullable* _Nullable)error;
 @end
 
+typedef NSString* NSFileAttributeKey;
+FOUNDATION_EXPORT NSFileAttributeKey const NSFilePosixPermissions;
+typedef NS_OPTIONS(NSUInteger, NSDirectoryEnumerationOptions) {
+    NSDirectoryEnumerationSkipsHiddenFiles = 1UL << 2
+};
 @interface NSFileManager : NSObject
+@property(class, readonly, strong) NSFileManager* defaultManager;
+@property(readonly, copy) NSURL* homeDirectoryForCurrentUser API_AVAILABLE_MAC(10.12);
+- (BOOL)createDirectoryAtURL:(NSURL*)url
+    withIntermediateDirectories:(BOOL)createIntermediates
+                     attributes:(nullable NSDictionary<NSFileAttributeKey, id>*)attributes
+                          error:(NSError* _Nullable* _Nullable)error;
+- (BOOL)createFileAtPath:(NSString*)path
+                contents:(nullable NSData*)data
+              attributes:(nullable NSDictionary<NSFileAttributeKey, id>*)attr;
+- (BOOL)fileExistsAtPath:(NSString*)path;
+- (nullable NSArray<NSURL*>*)contentsOfDirectoryAtURL:(NSURL*)url
+                           includingPropertiesForKeys:(nullable NSArray<NSURLResourceKey>*)keys
+                                              options:(NSDirectoryEnumerationOptions)mask
+                                                error:(NSError* _Nullable* _Nullable)error;
 - (BOOL)removeItemAtURL:(NSURL*)URL error:(NSError* _Nullable* _Nullable)error;
 @end
 
@@ -123,12 +162,32 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSBundle : NSObject
+@property(class, readonly, strong) NSBundle* mainBundle;
 + (nullable instancetype)bundleWithURL:(NSURL*)url;
+@property(readonly, copy) NSString* bundlePath;
+@property(nullable, readonly, copy) NSString* bundleIdentifier;
+- (nullable id)objectForInfoDictionaryKey:(NSString*)key;
 @end
+
+struct NSOperatingSystemVersion {
+    NSInteger majorVersion;
+    NSInteger minorVersion;
+    NSInteger patchVersion;
+};
+typedef struct NSOperatingSystemVersion NSOperatingSystemVersion;
 
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly, copy) NSDictionary<NSString*, NSString*>* environment;
+@property(readonly) int processIdentifier;
+- (BOOL)isOperatingSystemAtLeastVersion:(NSOperatingSystemVersion)version;
+@end
+
+@interface NSTask : NSObject
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+@property(nullable, copy) NSURL* executableURL API_AVAILABLE_MAC(10.13);
+@property(nullable, copy) NSArray<NSString*>* arguments;
+- (BOOL)launchAndReturnError:(out NSError* _Nullable* _Nullable)error API_AVAILABLE_MAC(10.13);
 @end
 
 @interface NSAppleEventDescriptor : NSObject <NSCopying>

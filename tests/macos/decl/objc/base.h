@@ -20,6 +20,7 @@
 #define NS_ROOT_CLASS __attribute__((objc_root_class))
 #define CF_BRIDGED_TYPE(T) __attribute__((objc_bridge(T)))
 #define CF_RETURNS_RETAINED __attribute__((cf_returns_retained))
+#define CF_RETURNS_NOT_RETAINED __attribute__((cf_returns_not_retained))
 #define CF_IMPLICIT_BRIDGING_ENABLED _Pragma("clang arc_cf_code_audited begin")
 #define CF_IMPLICIT_BRIDGING_DISABLED _Pragma("clang arc_cf_code_audited end")
 #define API_AVAILABLE_MAC(v) __attribute__((availability(macos, introduced = v)))
@@ -33,6 +34,7 @@ typedef bool BOOL;
 #define YES __objc_yes
 #define NO __objc_no
 #define nil nullptr
+#define IBAction void
 
 typedef long NSInteger;
 typedef unsigned long NSUInteger;
