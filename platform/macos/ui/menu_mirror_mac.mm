@@ -1,0 +1,105 @@
+#include "platform/macos/ui/menu_mirror_mac.h"
+
+#include "platform/macos/convert.h"
+#include "platform/macos/entry.h"
+
+#include <utility>
+
+/// Tells a menu that it opens.
+@interface TrovelMenuDelegate : NSObject <NSMenuDelegate>
+- (nonnull instancetype)initWithMenu:(std::weak_ptr<trovel::Menu const>)menu;
+@end
+
+@implementation TrovelMenuDelegate {
+    std::weak_ptr<trovel::Menu const> menu_;
+}
+
+- (nonnull instancetype)initWithMenu:(std::weak_ptr<trovel::Menu const>)menu {
+    self = [super init];
+    if (self != nil) menu_ = std::move(menu);
+    return self;
+}
+
+- (void)menuWillOpen:(nonnull NSMenu*)menu {
+    auto const opened = menu_.lock();
+    if (opened) trovel::enter([&] { opened->receiveWillOpen(); });
+}
+
+@end
+
+/// The target of one row.
+@interface TrovelMenuTarget : NSObject
+- (nonnull instancetype)initWithItem:(trovel::MenuItem&)item;
+- (void)choose:(nullable id)sender;
+@end
+
+@implementation TrovelMenuTarget {
+    std::weak_ptr<trovel::MenuItem> item_;
+}
+
+- (nonnull instancetype)initWithItem:(trovel::MenuItem&)item {
+    self = [super init];
+    if (self != nil) item_ = item.weak_from_this();
+    return self;
+}
+
+- (void)choose:(nullable id)sender {
+    auto const item = item_.lock();
+    if (item) trovel::enter([&] { item->receiveChosen(); });
+}
+
+@end
+
+namespace trovel {
+
+namespace {
+
+void show(MenuItem const& item, NSMenuItem* _Nonnull row) {
+    row.title = toNSString(item.title());
+    row.state =
+        item.state() == MenuItem::State::on ? NSControlStateValueOn : NSControlStateValueOff;
+}
+
+} // namespace
+
+MenuMirrorMac::MenuMirrorMac(std::shared_ptr<Menu> menu)
+    : menu_(std::move(menu)), native_(makeMenu(*menu_)),
+      delegate_([[TrovelMenuDelegate alloc] initWithMenu:menu_]) {
+    native_.delegate = delegate_;
+    menu_->setMirror(this);
+}
+
+MenuMirrorMac::~MenuMirrorMac() {
+    menu_->setMirror(nullptr);
+}
+
+void MenuMirrorMac::itemDidChange(MenuItem const& item) {
+    auto const found = rows_.find(&item);
+    if (found != rows_.end()) show(item, found->second);
+}
+
+NSMenu* _Nonnull MenuMirrorMac::makeMenu(Menu const& menu) {
+    NSMenu* const native = [[NSMenu alloc] initWithTitle:@""];
+    for (auto const& item : menu.items())
+        [native addItem:makeRow(*item)];
+    return native;
+}
+
+NSMenuItem* _Nonnull MenuMirrorMac::makeRow(MenuItem& item) {
+    if (item.isSeparator()) return [NSMenuItem separatorItem];
+    NSMenuItem* const row =
+        [[NSMenuItem alloc] initWithTitle:@""
+                                   action:item.hasAction() ? @selector(choose:) : nullptr
+                            keyEquivalent:toNSString(item.keyEquivalent())];
+    row.keyEquivalentModifierMask =
+        static_cast<NSEventModifierFlags>(item.keyEquivalentModifiers());
+    TrovelMenuTarget* const target = [[TrovelMenuTarget alloc] initWithItem:item];
+    row.target = target;
+    row.representedObject = target; // which keeps it: a row holds its target weakly
+    if (item.submenu()) row.submenu = makeMenu(*item.submenu());
+    show(item, row);
+    rows_.emplace(&item, row);
+    return row;
+}
+
+} // namespace trovel
