@@ -5,6 +5,7 @@
 #import <Carbon/Carbon.h>
 
 #include <map>
+#include <memory>
 
 namespace trovel {
 
@@ -19,6 +20,7 @@ public:
     std::optional<EventHotKeyRef>
     registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyId id) override;
     void unregisterEventHotKey(EventHotKeyRef hotKey) override;
+    Registration suspend() override;
 
 private:
     /// What Carbon's callback is given: a handler of its own signature cannot take the portable
@@ -28,10 +30,25 @@ private:
         void* userData = nullptr;
     };
 
+    /// A registered hot key; the system knows it unless hot keys are suspended.
+    struct HotKey {
+        std::uint32_t keyCode = 0;
+        std::uint32_t modifiers = 0;
+        EventHotKeyId id;
+        ::EventHotKeyRef native = nullptr;
+    };
+
+    static void take(HotKey& hotKey);
+    static void release(HotKey& hotKey);
+    void endSuspension();
+
     static OSStatus hotKeyPressed(::EventHandlerCallRef call, ::EventRef event,
                                   void* userData) noexcept;
 
     std::map<EventHandlerRef, std::unique_ptr<Installation>> installations_;
+    std::map<EventHotKeyRef, HotKey> hotKeys_;
+    std::uintptr_t nextHotKey_ = 1;
+    int suspensions_ = 0;
 };
 
 } // namespace trovel

@@ -1,7 +1,6 @@
 #include "platform/macos/hotkey_service_mac.h"
 
 #include <bit>
-#include <memory>
 #include <utility>
 
 namespace trovel {
@@ -33,16 +32,49 @@ void HotkeyServiceMac::removeEventHandler(EventHandlerRef handler) {
 std::optional<EventHotKeyRef> HotkeyServiceMac::registerEventHotKey(std::uint32_t keyCode,
                                                                     std::uint32_t modifiers,
                                                                     EventHotKeyId id) {
-    ::EventHotKeyRef native = nullptr;
-    auto const status =
-        RegisterEventHotKey(keyCode, modifiers, EventHotKeyID{id.signature, id.id},
-                            GetApplicationEventTarget(), kEventHotKeyNoOptions, &native);
-    if (status != noErr) return std::nullopt;
-    return std::bit_cast<EventHotKeyRef>(native);
+    // Taken during a suspension too: only so does the system say whether it can be had.
+    HotKey hotKey{keyCode, modifiers, id};
+    take(hotKey);
+    if (hotKey.native == nullptr) return std::nullopt;
+    if (suspensions_ > 0) release(hotKey);
+    EventHotKeyRef const reference{nextHotKey_++};
+    hotKeys_.emplace(reference, hotKey);
+    return reference;
 }
 
 void HotkeyServiceMac::unregisterEventHotKey(EventHotKeyRef hotKey) {
-    UnregisterEventHotKey(std::bit_cast<::EventHotKeyRef>(hotKey));
+    auto const found = hotKeys_.find(hotKey);
+    if (found == hotKeys_.end()) return;
+    release(found->second);
+    hotKeys_.erase(found);
+}
+
+// The system takes the keys of a hot key before any window sees them, so it has to forget them.
+Registration HotkeyServiceMac::suspend() {
+    if (suspensions_++ == 0) {
+        for (auto& [reference, hotKey] : hotKeys_)
+            release(hotKey);
+    }
+    return Registration([this] { endSuspension(); });
+}
+
+void HotkeyServiceMac::endSuspension() {
+    if (--suspensions_ > 0) return;
+    for (auto& [reference, hotKey] : hotKeys_)
+        take(hotKey);
+}
+
+void HotkeyServiceMac::take(HotKey& hotKey) {
+    ::EventHotKeyRef native = nullptr;
+    auto const status = RegisterEventHotKey(
+        hotKey.keyCode, hotKey.modifiers, EventHotKeyID{hotKey.id.signature, hotKey.id.id},
+        GetApplicationEventTarget(), kEventHotKeyNoOptions, &native);
+    hotKey.native = status == noErr ? native : nullptr;
+}
+
+void HotkeyServiceMac::release(HotKey& hotKey) {
+    auto* const native = std::exchange(hotKey.native, nullptr);
+    if (native != nullptr) UnregisterEventHotKey(native);
 }
 
 } // namespace trovel
