@@ -24,6 +24,9 @@ void AlertsMac::runModal(Alert const& alert) {
     native.messageText = toNSString(alert.messageText);
     native.informativeText = toNSString(alert.informativeText);
     native.alertStyle = toNative(alert.style);
+    if (alert.showsApplicationIcon) {
+        native.icon = NSApplication.sharedApplication.applicationIconImage;
+    }
     for (auto const& title : alert.buttons)
         [native addButtonWithTitle:toNSString(title)];
     [native runModal];

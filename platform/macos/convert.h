@@ -4,6 +4,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ namespace trovel {
 
 /// A native string in UTF-8; nil gives the empty string.
 [[nodiscard]] std::string fromNSString(NSString* _Nullable text);
+
+/// A native value in UTF-8; nothing when it is nil or no string.
+[[nodiscard]] std::optional<std::string> optionalText(id _Nullable value);
 
 [[nodiscard]] inline NSPoint toNSPoint(Point point) {
     return NSMakePoint(point.x, point.y);

@@ -15,4 +15,9 @@ std::string fromNSString(NSString* _Nullable text) {
     return utf8 != nullptr ? utf8 : "";
 }
 
+std::optional<std::string> optionalText(id _Nullable value) {
+    if (![value isKindOfClass:NSString.class]) return std::nullopt;
+    return fromNSString(static_cast<NSString*>(value));
+}
+
 } // namespace trovel

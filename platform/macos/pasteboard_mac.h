@@ -11,6 +11,7 @@ public:
 
     void clearContents() override;
     bool writeImage(Image const& image) override;
+    bool writeText(std::string_view text) override;
 };
 
 } // namespace trovel

@@ -1,5 +1,6 @@
 #include "platform/macos/pasteboard_mac.h"
 
+#include "platform/macos/convert.h"
 #include "platform/macos/image_mac.h"
 
 namespace trovel {
@@ -10,6 +11,11 @@ void PasteboardMac::clearContents() {
 
 bool PasteboardMac::writeImage(Image const& image) {
     return [NSPasteboard.generalPasteboard writeObjects:@[ toNSImage(image) ]];
+}
+
+bool PasteboardMac::writeText(std::string_view text) {
+    return [NSPasteboard.generalPasteboard setString:toNSString(text)
+                                             forType:NSPasteboardTypeString];
 }
 
 } // namespace trovel

@@ -11,6 +11,8 @@ public:
 
     [[nodiscard]] bool isAccessibilityTrusted() const override;
     [[nodiscard]] bool preflightScreenCapture() const override;
+    void promptForAccessibility() override;
+    void requestScreenCapture() override;
 };
 
 } // namespace trovel

@@ -1,6 +1,7 @@
 #include "platform/macos/permissions_mac.h"
 
 #import <ApplicationServices/ApplicationServices.h>
+#import <Foundation/Foundation.h>
 
 namespace trovel {
 
@@ -10,6 +11,15 @@ bool PermissionsMac::isAccessibilityTrusted() const {
 
 bool PermissionsMac::preflightScreenCapture() const {
     return CGPreflightScreenCaptureAccess();
+}
+
+void PermissionsMac::promptForAccessibility() {
+    NSDictionary* const options = @{(__bridge NSString*)kAXTrustedCheckOptionPrompt : @YES};
+    AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options);
+}
+
+void PermissionsMac::requestScreenCapture() {
+    CGRequestScreenCaptureAccess();
 }
 
 } // namespace trovel

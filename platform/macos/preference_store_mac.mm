@@ -13,9 +13,7 @@ std::int64_t PreferenceStoreMac::integerForKey(std::string_view key) const {
 }
 
 std::optional<std::string> PreferenceStoreMac::stringForKey(std::string_view key) const {
-    NSString* const value = [NSUserDefaults.standardUserDefaults stringForKey:toNSString(key)];
-    if (value == nil) return std::nullopt;
-    return fromNSString(value);
+    return optionalText([NSUserDefaults.standardUserDefaults stringForKey:toNSString(key)]);
 }
 
 void PreferenceStoreMac::setBool(std::string_view key, bool value) {

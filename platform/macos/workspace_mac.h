@@ -11,6 +11,9 @@ public:
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override;
+    [[nodiscard]] std::vector<RunningApplication>
+    runningApplicationsWithBundleIdentifier(std::string_view bundleIdentifier) const override;
+    void openUrl(std::string_view url) override;
 };
 
 } // namespace trovel

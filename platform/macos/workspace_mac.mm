@@ -8,11 +8,6 @@ namespace trovel {
 
 namespace {
 
-std::optional<std::string> optionalText(NSString* _Nullable text) {
-    if (text == nil) return std::nullopt;
-    return fromNSString(text);
-}
-
 ActivationPolicy fromNative(NSApplicationActivationPolicy policy) {
     switch (policy) {
     case NSApplicationActivationPolicyRegular:
@@ -30,20 +25,35 @@ RunningApplication fromNative(NSRunningApplication* _Nonnull application) {
             optionalText(application.localizedName), fromNative(application.activationPolicy)};
 }
 
-} // namespace
-
-std::vector<RunningApplication> WorkspaceMac::runningApplications() const {
+std::vector<RunningApplication> fromNative(NSArray<NSRunningApplication*>* _Nonnull list) {
     std::vector<RunningApplication> applications;
-    for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
+    for (NSRunningApplication* application in list) {
         applications.push_back(fromNative(application));
     }
     return applications;
+}
+
+} // namespace
+
+std::vector<RunningApplication> WorkspaceMac::runningApplications() const {
+    return fromNative(NSWorkspace.sharedWorkspace.runningApplications);
 }
 
 std::optional<RunningApplication> WorkspaceMac::frontmostApplication() const {
     NSRunningApplication* const application = NSWorkspace.sharedWorkspace.frontmostApplication;
     if (application == nil) return std::nullopt;
     return fromNative(application);
+}
+
+std::vector<RunningApplication>
+WorkspaceMac::runningApplicationsWithBundleIdentifier(std::string_view bundleIdentifier) const {
+    return fromNative([NSRunningApplication
+        runningApplicationsWithBundleIdentifier:toNSString(bundleIdentifier)]);
+}
+
+void WorkspaceMac::openUrl(std::string_view url) {
+    NSURL* const native = [NSURL URLWithString:toNSString(url)];
+    if (native != nil) [NSWorkspace.sharedWorkspace openURL:native];
 }
 
 } // namespace trovel

@@ -1,0 +1,11 @@
+#include "platform/macos/bundle_info_mac.h"
+
+#include "platform/macos/convert.h"
+
+namespace trovel {
+
+std::optional<std::string> BundleInfoMac::stringForKey(std::string_view key) const {
+    return optionalText([NSBundle.mainBundle objectForInfoDictionaryKey:toNSString(key)]);
+}
+
+} // namespace trovel
