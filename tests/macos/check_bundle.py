@@ -1,6 +1,7 @@
 """check_bundle.py INFO_PLIST ENTITLEMENTS ICNS: the bundle's property lists say what macOS goes by,
 and the icon is whole."""
 
+import base64
 import plistlib
 import re
 import sys
@@ -14,6 +15,13 @@ EXPECTED = {
     "LSUIElement": True,
     "NSPrincipalClass": "NSApplication",
     "NSSupportsAutomaticTermination": False,
+    "SUEnableAutomaticChecks": True,
+}
+KEY_BYTES = 32
+# One to three numbers with points between them, and what "About" shows as the version.
+VERSIONS = {
+    "CFBundleShortVersionString": r"\d+(?:\.\d+){1,2}",
+    "CFBundleVersion": r"\d+(?:\.\d+){0,2}",
 }
 
 
@@ -26,9 +34,13 @@ def breaches(info, entitlements, icon):
     for key, value in EXPECTED.items():
         if info.get(key) != value:
             yield f"{key} is {info.get(key)!r}"
-    for key in ("CFBundleShortVersionString", "CFBundleVersion"):
-        if not re.fullmatch(r"\d+(?:\.\d+){1,2}", info.get(key, "")):
+    for key, pattern in VERSIONS.items():
+        if not re.fullmatch(pattern, info.get(key, "")):
             yield f"{key} is {info.get(key)!r}"
+    if not info.get("SUFeedURL", "").startswith("https://"):
+        yield f"SUFeedURL is {info.get('SUFeedURL')!r}"
+    if len(base64.b64decode(info.get("SUPublicEDKey", ""))) != KEY_BYTES:
+        yield f"SUPublicEDKey is {info.get('SUPublicEDKey')!r}"
     if not info.get("NSAppleEventsUsageDescription", "").endswith("."):
         yield "macOS asks the user with NSAppleEventsUsageDescription, a sentence"
     if entitlements != {"com.apple.security.automation.apple-events": True}:
