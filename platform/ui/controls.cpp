@@ -10,26 +10,26 @@ Label::Label(Rect frame, std::string text, Look look)
     : View(frame), text_(std::move(text)), look_(look) {}
 
 void Label::setText(std::string text) {
+    if (text == text_) return;
     text_ = std::move(text);
     didChange();
 }
 
 void Label::setTextColor(Color color) {
-    look_.textColor = color;
-    didChange();
+    if (std::exchange(look_.textColor, color) != color) didChange();
 }
 
 Button::Button(Rect frame, std::string title, Look look, Action action)
     : View(frame), title_(std::move(title)), look_(std::move(look)), action_(std::move(action)) {}
 
 void Button::setTitle(std::string title) {
+    if (title == title_) return;
     title_ = std::move(title);
     didChange();
 }
 
 void Button::setEnabled(bool isEnabled) {
-    isEnabled_ = isEnabled;
-    didChange();
+    if (std::exchange(isEnabled_, isEnabled) != isEnabled) didChange();
 }
 
 void Button::press() {

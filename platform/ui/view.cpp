@@ -40,21 +40,21 @@ void View::removeAllSubviews() {
 }
 
 void View::setFrame(Rect frame) {
-    frame_ = frame;
-    didChange();
+    if (std::exchange(frame_, frame) != frame) didChange();
 }
 
 void View::setHidden(bool isHidden) {
-    isHidden_ = isHidden;
-    didChange();
+    if (std::exchange(isHidden_, isHidden) != isHidden) didChange();
 }
 
 void View::setLayer(LayerStyle style) {
+    if (layer_ == style) return;
     layer_ = style;
     didChange();
 }
 
 void View::setAccessibility(AccessibilityInfo info) {
+    if (accessibility_ == info) return;
     accessibility_ = std::move(info);
     didChange();
 }

@@ -116,6 +116,29 @@ TEST_F(WindowControlsTest, TheMirrorIsMadeWhenTheWindowIsFirstShownAndToldOfEver
     EXPECT_THAT(host.told, ElementsAre("window"));
 }
 
+TEST_F(WindowControlsTest, TheMirrorIsNotToldOfWhatStaysAsItIs) {
+    auto const label = std::make_shared<Label>(Rect{0, 0, 10, 10}, "text", Label::Look{});
+    content->addSubview(label);
+    auto const button = addButton({10, 10, 50, 20});
+    auto const setAll = [&] {
+        label->setText("other");
+        label->setTextColor(Color::clear());
+        label->setFrame({1, 1, 10, 10});
+        label->setHidden(true);
+        label->setLayer({});
+        label->setAccessibility({});
+        button->setTitle("Other");
+        button->setEnabled(false);
+    };
+    window->makeKeyAndOrderFront();
+    host.told.clear();
+    setAll();
+    EXPECT_EQ(host.told.size(), 8U);
+    host.told.clear();
+    setAll();
+    EXPECT_THAT(host.told, IsEmpty());
+}
+
 TEST_F(WindowControlsTest, AButtonIsClickedByAPressAndAReleaseOnIt) {
     addButton({10, 10, 50, 20});
     press({20, 20});
