@@ -292,11 +292,12 @@ Symbol const* find(std::string_view name) {
     return found == kSymbols.end() ? nullptr : found;
 }
 
-QRectF squareIn(QRectF const& box) {
-    auto const side = std::min(box.width(), box.height());
-    QRectF square(0, 0, side, side);
-    square.moveCenter(box.center());
-    return square;
+/// The square of whole pixels in the middle of `box`: a symbol is drawn nowhere between two.
+QRect pixelSquareIn(QRectF const& box) {
+    auto const side = static_cast<int>(std::lround(std::min(box.width(), box.height())));
+    auto const corner = box.center() - QPointF(side, side) / 2;
+    return {static_cast<int>(std::lround(corner.x())), static_cast<int>(std::lround(corner.y())),
+            side, side};
 }
 
 } // namespace
@@ -308,23 +309,21 @@ bool hasSymbol(std::string_view name) {
 void drawSymbol(QPainter& painter, std::string_view name, QRectF const& box, Font::Weight weight,
                 QColor const& color) {
     auto const* const symbol = find(name);
-    auto const square = squareIn(box);
+    auto const toDevice = painter.deviceTransform();
+    auto const square = pixelSquareIn(toDevice.mapRect(box));
     if (symbol == nullptr || square.isEmpty()) return;
     // On a sheet of its own: holes in it let through what is behind it.
-    auto const scale = painter.deviceTransform().m11();
-    auto const side = static_cast<int>(std::ceil(square.width() * scale));
-    QPixmap sheet(side, side);
+    QPixmap sheet(square.size());
     sheet.fill(Qt::transparent);
     QPainter onSheet(&sheet);
-    onSheet.scale(side / kGrid, side / kGrid);
+    onSheet.scale(square.width() / kGrid, square.height() / kGrid);
     Pen pen(onSheet, lineWidth(weight));
     symbol->draw(pen);
     onSheet.resetTransform();
     onSheet.setCompositionMode(QPainter::CompositionMode_SourceIn);
     onSheet.fillRect(sheet.rect(), color);
     onSheet.end();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(square, sheet, QRectF(sheet.rect()));
+    painter.drawPixmap(toDevice.inverted().mapRect(QRectF(square)), sheet, QRectF(sheet.rect()));
 }
 
 } // namespace trovel
