@@ -179,22 +179,25 @@ void ViewPainter::paintLabel(Label const& label, QRectF const& box) {
     // The fonts of desktops differ in width: a line that is somewhat too long for its frame is
     // drawn narrower before it is cut.
     constexpr double kNarrowest = 0.8;
+    constexpr double kBezelMargin = 8;
+    auto const margin = look.isBezeled ? kBezelMargin : 0;
+    auto const room = box.width() - 2 * margin;
     auto const font = qtFont(look.font);
     QFontMetricsF const metrics(font);
     auto const lines =
-        wrapped(qtString(label.text()), metrics, box.width(), std::max(look.maximumLines, 1));
+        wrapped(qtString(label.text()), metrics, room, std::max(look.maximumLines, 1));
     painter_.setFont(font);
     painter_.setPen(qtColor(look.textColor));
     auto const height = metrics.height();
     double top = (box.height() - height * static_cast<double>(lines.size())) / 2;
     for (auto const& line : lines) {
         auto const natural = metrics.horizontalAdvance(line);
-        auto const stretch = std::clamp(box.width() / std::max(natural, 1.0), kNarrowest, 1.0);
-        auto const shown = metrics.elidedText(line, Qt::ElideRight, box.width() / stretch + 1);
+        auto const stretch = std::clamp(room / std::max(natural, 1.0), kNarrowest, 1.0);
+        auto const shown = metrics.elidedText(line, Qt::ElideRight, room / stretch + 1);
         auto const width = metrics.horizontalAdvance(shown) * stretch;
         bool const isCentred = look.alignment == TextAlignment::center;
         painter_.save();
-        painter_.translate(isCentred ? (box.width() - width) / 2 : 0, top + metrics.ascent());
+        painter_.translate(margin + (isCentred ? (room - width) / 2 : 0), top + metrics.ascent());
         painter_.scale(stretch, 1);
         painter_.drawText(QPointF(0, 0), shown);
         painter_.restore();

@@ -181,6 +181,18 @@ TEST_F(NativeWindowTest, ALabelShowsItsTextInItsColour) {
     EXPECT_NE(colorAt(150, 120), QColor(Qt::green));
 }
 
+TEST_F(NativeWindowTest, ATextKeepsClearOfItsBezel) {
+    Label::Look look{Font::system(30), kRed, TextAlignment::center};
+    look.isBezeled = true;
+    content->addSubview(
+        std::make_shared<Label>(Rect{50, 100, 200, 40}, "████████████████████", look));
+    open();
+    EXPECT_EQ(colorAt(150, 120), QColor(Qt::red));
+    for (double const x : {51.0, 56.0, 244.0, 249.0}) {
+        EXPECT_NE(colorAt(x, 120), QColor(Qt::red)) << x;
+    }
+}
+
 TEST_F(NativeWindowTest, AButtonIsAWidgetThatPressesTheTreesButton) {
     int presses = 0;
     auto const made = std::make_shared<Button>(Rect{100, 20, 80, 30}, "Fish & Chips",
