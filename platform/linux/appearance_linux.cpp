@@ -63,12 +63,13 @@ std::string settingsProperty(XcbConnection& connection) {
             static_cast<std::size_t>(xcb_get_property_value_length(property.get()))};
 }
 
+constexpr QColor kAccent(0x35, 0x84, 0xe4);
+
 QPalette darkPalette() {
     QColor const window(0x2d, 0x2d, 0x2d);
     QColor const base(0x1e, 0x1e, 0x1e);
     QColor const text(0xf2, 0xf2, 0xf2);
     QColor const disabledText(0x8c, 0x8c, 0x8c);
-    QColor const accent(0x35, 0x84, 0xe4);
     QPalette palette(QColor(0x3c, 0x3c, 0x3c), window);
     for (auto const role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
                             QPalette::ToolTipText, QPalette::HighlightedText}) {
@@ -77,8 +78,6 @@ QPalette darkPalette() {
     }
     palette.setColor(QPalette::Base, base);
     palette.setColor(QPalette::ToolTipBase, base);
-    palette.setColor(QPalette::Highlight, accent);
-    palette.setColor(QPalette::Link, accent);
     return palette;
 }
 
@@ -123,7 +122,10 @@ bool isAppearanceDark(XcbConnection& connection) {
 }
 
 QPalette appearancePalette(bool isDark) {
-    return isDark ? darkPalette() : QApplication::style()->standardPalette();
+    auto palette = isDark ? darkPalette() : QApplication::style()->standardPalette();
+    palette.setColor(QPalette::Highlight, kAccent);
+    palette.setColor(QPalette::Link, kAccent);
+    return palette;
 }
 
 void followAppearance(XcbConnection& connection) {
