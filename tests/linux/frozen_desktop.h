@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/animator_linux.h"
 #include "platform/linux/cursors_linux.h"
 #include "platform/linux/hotkey_service_linux.h"
 #include "platform/linux/main_queue_linux.h"
@@ -98,7 +99,10 @@ struct FrozenDesktop {
     CursorsLinux cursors{*x, grab};
     ScreensLinux screens{*x};
     ScreenCapturerLinux capturer{overlays, worker};
-    WindowHostLinux windows{overlays};
+    AnimatorLinux animator;
+    WindowHostLinux windows{overlays,
+                            {animator, monitors, [](std::uint16_t) { return EventFlags{0}; }, [] {},
+                             [](xcb_window_t) {}}};
 
     /// Does what has arrived and what is due, the way an event loop would.
     void turn() {
