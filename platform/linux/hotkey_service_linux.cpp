@@ -77,8 +77,10 @@ std::optional<EventHotKeyRef> HotkeyServiceLinux::registerEventHotKey(std::uint3
     if (!keycode || *keycode == XCB_GRAB_ANY) return std::nullopt;
     Grab const wanted{*keycode, modifiers};
     if (!grab(wanted)) return std::nullopt;
-    // Held for a moment only to learn whether the system lets us.
-    if (isSuspended()) ungrab(wanted);
+    if (isSuspended()) { // held for a moment only to learn whether the system lets us
+        ungrab(wanted);
+        x_.flush();
+    }
     auto const ref = nextRef_++;
     grabs_.emplace(ref, wanted);
     return EventHotKeyRef{ref};
