@@ -14,7 +14,8 @@ NOT_THE_TYPE = re.compile(
     r"\b(?:API_AVAILABLE_MAC\s*\([^)]*\)|NS_DESIGNATED_INITIALIZER|NS_RETURNS_INNER_POINTER"
     r"|DECL_MAIN_THREAD|CF_RETURNS_RETAINED|NS_RETURNS_RETAINED|NS_NOESCAPE|NS_UNAVAILABLE"
     r"|__kindof)")
-LINKAGE = re.compile(r'^(?:FOUNDATION_EXPORT|APPKIT_EXTERN|CF_EXPORT|extern "C"|static(?: inline)?)\s+')
+LINKAGE = re.compile(
+    r'^(?:FOUNDATION_EXPORT|APPKIT_EXTERN|CF_EXPORT|extern "C"|static(?: inline)?)\s+')
 EAST_CONST = re.compile(r"(\w+\s*(?:<\w+>)?\s*(?:_Nonnull)?)\s*\bconst\b")
 
 
