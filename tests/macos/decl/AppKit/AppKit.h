@@ -6,7 +6,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 @class NSApplication, NSButton, NSColor, NSEvent, NSFont, NSGraphicsContext, NSImage, NSMenu,
-    NSWindow;
+    NSShadow, NSWindow;
 @class UTType;
 typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
     NSApplicationActivationPolicyRegular = 0,
@@ -24,6 +24,10 @@ typedef NSUInteger NSWindowCollectionBehavior;
 typedef NSUInteger NSEventModifierFlags;
 typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
 typedef NS_ENUM(NSInteger, NSWindowAnimationBehavior) { NSWindowAnimationBehaviorNone = 2 };
+typedef NS_ENUM(NSInteger, NSWindowTitleVisibility) {
+    NSWindowTitleVisible = 0,
+    NSWindowTitleHidden = 1
+};
 typedef NS_ENUM(NSUInteger, NSCompositingOperation) {
     NSCompositingOperationCopy = 1,
     NSCompositingOperationSourceOver = 2
@@ -34,6 +38,25 @@ typedef NS_OPTIONS(unsigned long long, NSEventMask) {
 };
 typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStylePush = 1 };
 typedef NS_ENUM(NSUInteger, NSTextFieldBezelStyle) { NSTextFieldRoundedBezel = 1 };
+typedef NS_ENUM(NSUInteger, NSLineCapStyle) { NSLineCapStyleRound = 1 };
+typedef NS_ENUM(NSInteger, NSTextAlignment) {
+    NSTextAlignmentCenter = 1,
+    NSTextAlignmentNatural = 4
+};
+typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByWordWrapping = 0 };
+typedef NS_ENUM(NSUInteger, NSImageScaling) { NSImageScaleProportionallyUpOrDown = 3 };
+typedef NS_ENUM(NSUInteger, NSControlSize) { NSControlSizeRegular = 0, NSControlSizeLarge = 3 };
+typedef NS_ENUM(NSUInteger, NSBoxType) { NSBoxSeparator = 2 };
+typedef NS_ENUM(NSInteger, NSVisualEffectMaterial) { NSVisualEffectMaterialHUDWindow = 13 };
+typedef NS_ENUM(NSInteger, NSVisualEffectBlendingMode) {
+    NSVisualEffectBlendingModeBehindWindow = 0
+};
+typedef NS_ENUM(NSInteger, NSVisualEffectState) { NSVisualEffectStateActive = 1 };
+typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
+    NSTrackingMouseEnteredAndExited = 0x01,
+    NSTrackingActiveAlways = 0x80,
+    NSTrackingInVisibleRect = 0x200
+};
 typedef NS_ENUM(NSUInteger, NSAlertStyle) {
     NSAlertStyleWarning = 0,
     NSAlertStyleInformational = 1
@@ -47,6 +70,10 @@ APPKIT_EXTERN const NSFontWeight NSFontWeightBold;
 APPKIT_EXTERN NSAttributedStringKey const NSFontAttributeName;
 APPKIT_EXTERN NSAttributedStringKey const NSForegroundColorAttributeName;
 typedef NSString* NSDeviceDescriptionKey;
+typedef NSString* NSImageName;
+APPKIT_EXTERN NSImageName const NSImageNameApplicationIcon;
+typedef NSString* NSAccessibilityRole;
+APPKIT_EXTERN NSAccessibilityRole const NSAccessibilityButtonRole;
 DECL_MAIN_THREAD
 @interface NSResponder : NSObject <NSCoding>
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
@@ -55,6 +82,8 @@ DECL_MAIN_THREAD
 - (void)rightMouseDown:(NSEvent*)event;
 - (void)mouseUp:(NSEvent*)event;
 - (void)mouseDragged:(NSEvent*)event;
+- (void)mouseEntered:(NSEvent*)event;
+- (void)mouseExited:(NSEvent*)event;
 - (void)keyDown:(NSEvent*)event;
 - (void)flagsChanged:(NSEvent*)event;
 @end
@@ -107,26 +136,98 @@ DECL_MAIN_THREAD
 @property NSEventModifierFlags keyEquivalentModifierMask;
 @end
 
-@interface NSView : NSResponder
+@interface NSAppearance : NSObject
+- (void)performAsCurrentDrawingAppearance:(void(NS_NOESCAPE ^)(void))block API_AVAILABLE_MAC(11.0);
+@end
+
+@interface NSTrackingArea : NSObject
+- (instancetype)initWithRect:(NSRect)rect
+                     options:(NSTrackingAreaOptions)options
+                       owner:(nullable id)owner
+                    userInfo:(nullable NSDictionary<id, id>*)userInfo;
+@end
+
+DECL_MAIN_THREAD
+@protocol NSAccessibility <NSObject>
+@property(getter=isAccessibilityElement) BOOL accessibilityElement;
+@property(nullable, copy) NSAccessibilityRole accessibilityRole;
+@property(nullable, copy) NSString* accessibilityLabel;
+@property(nullable, strong) id accessibilityValue;
+- (BOOL)accessibilityPerformPress;
+@end
+
+@interface NSView : NSResponder <NSAccessibility>
 - (instancetype)initWithFrame:(NSRect)frameRect NS_DESIGNATED_INITIALIZER;
 - (nullable instancetype)initWithCoder:(NSCoder*)coder NS_DESIGNATED_INITIALIZER;
 @property(copy) NSArray<__kindof NSView*>* subviews;
 @property NSRect frame;
+@property NSRect bounds;
+@property(getter=isHidden) BOOL hidden;
+@property CGFloat alphaValue;
 @property BOOL needsDisplay;
 @property BOOL wantsLayer;
+@property(nullable, strong) CALayer* layer;
+@property(nullable, copy) NSShadow* shadow;
 - (void)drawRect:(NSRect)dirtyRect;
 - (BOOL)acceptsFirstMouse:(nullable NSEvent*)event;
+- (nullable NSView*)hitTest:(NSPoint)point;
+@property(readonly) BOOL mouseDownCanMoveWindow;
+- (void)addTrackingArea:(NSTrackingArea*)trackingArea;
+- (void)viewDidChangeEffectiveAppearance;
+@property(readonly, strong) NSAppearance* effectiveAppearance;
 @end
 
 @interface NSControl : NSView
+@property(nullable, weak) id target;
+@property(nullable) SEL action;
+@property(getter=isEnabled) BOOL enabled;
+@property NSControlSize controlSize;
+@property BOOL refusesFirstResponder;
+@property(copy) NSString* stringValue;
+@property(nullable, strong) NSFont* font;
+@property NSTextAlignment alignment;
+@property NSLineBreakMode lineBreakMode;
 @end
 
 @interface NSTextField : NSControl
++ (instancetype)labelWithString:(NSString*)stringValue;
+@property(nullable, copy) NSColor* backgroundColor;
+@property BOOL drawsBackground;
+@property(nullable, copy) NSColor* textColor;
+@property(getter=isBezeled) BOOL bezeled;
 @property NSTextFieldBezelStyle bezelStyle;
+@property NSInteger maximumNumberOfLines;
+@end
+
+@interface NSImageView : NSControl
+@property(nullable, strong) NSImage* image;
+@property NSImageScaling imageScaling;
+@property(nullable, copy) NSColor* contentTintColor;
+@end
+
+@interface NSBox : NSView
+@property NSBoxType boxType;
+@end
+
+@interface NSVisualEffectView : NSView
+@property NSVisualEffectMaterial material;
+@property NSVisualEffectBlendingMode blendingMode;
+@property NSVisualEffectState state;
+@end
+
+@interface NSAnimationContext : NSObject
++ (void)runAnimationGroup:(void(NS_NOESCAPE ^)(NSAnimationContext* context))changes;
+@property NSTimeInterval duration;
+@property BOOL allowsImplicitAnimation;
 @end
 
 @interface NSButton : NSControl
+@property(copy) NSString* title;
 @property NSBezelStyle bezelStyle;
+@property(getter=isBordered) BOOL bordered;
+@property(nullable, copy) NSColor* contentTintColor;
+@property(copy) NSString* keyEquivalent;
+@property NSEventModifierFlags keyEquivalentModifierMask;
 @property(nullable, strong) NSImage* image;
 @end
 
@@ -148,6 +249,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 @protocol NSWindowDelegate <NSObject>
 @optional
 - (void)windowWillClose:(NSNotification*)notification;
+- (BOOL)windowShouldClose:(NSWindow*)sender;
 @end
 
 @interface NSWindow : NSResponder
@@ -157,6 +259,8 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
                               defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
 - (nullable instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
 @property(copy) NSString* title;
+@property NSWindowTitleVisibility titleVisibility;
+@property BOOL titlebarAppearsTransparent;
 @property(nullable, strong) __kindof NSView* contentView;
 @property(nullable, weak) id<NSWindowDelegate> delegate;
 @property NSWindowStyleMask styleMask;
@@ -167,6 +271,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 @property BOOL ignoresMouseEvents;
 @property BOOL acceptsMouseMovedEvents;
 @property NSWindowCollectionBehavior collectionBehavior;
+@property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(readonly) BOOL canBecomeKeyWindow;
 - (NSRect)frameRectForContentRect:(NSRect)contentRect;
@@ -179,6 +284,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 - (void)orderFrontRegardless;
 - (void)orderOut:(nullable id)sender;
 - (void)close;
+- (void)center;
 @end
 
 DECL_MAIN_THREAD
@@ -193,6 +299,8 @@ DECL_MAIN_THREAD
 @property(readonly) NSEventType type;
 @property(readonly) NSEventModifierFlags modifierFlags;
 @property(readonly) unsigned short keyCode;
+- (nullable NSString*)charactersByApplyingModifiers:(NSEventModifierFlags)modifiers
+    API_AVAILABLE_MAC(10.15);
 @property(readonly) NSPoint locationInWindow;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
                                             handler:(NSEvent* _Nullable (^)(NSEvent* event))block;
@@ -232,13 +340,18 @@ DECL_MAIN_THREAD
 @end
 
 @interface NSBezierPath : NSObject <NSCopying, NSSecureCoding>
++ (NSBezierPath*)bezierPath;
 + (NSBezierPath*)bezierPathWithRect:(NSRect)rect;
++ (NSBezierPath*)bezierPathWithOvalInRect:(NSRect)rect;
 + (NSBezierPath*)bezierPathWithRoundedRect:(NSRect)rect
                                    xRadius:(CGFloat)xRadius
                                    yRadius:(CGFloat)yRadius;
+- (void)moveToPoint:(NSPoint)point;
+- (void)lineToPoint:(NSPoint)point;
 - (void)stroke;
 - (void)fill;
 @property CGFloat lineWidth;
+@property NSLineCapStyle lineCapStyle;
 @end
 
 @interface NSGraphicsContext : NSObject
@@ -257,12 +370,24 @@ APPKIT_EXTERN void NSRectFillUsingOperation(NSRect rect, NSCompositingOperation 
 @protocol NSPasteboardWriting <NSObject>
 @end
 
+@interface NSShadow : NSObject <NSCopying, NSSecureCoding>
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+@end
+
+@interface NSImageSymbolConfiguration : NSObject <NSCopying, NSSecureCoding>
++ (instancetype)configurationWithPointSize:(CGFloat)pointSize
+                                    weight:(NSFontWeight)weight API_AVAILABLE_MAC(11.0);
+@end
+
 @interface NSImage : NSObject <NSCopying, NSSecureCoding, NSPasteboardWriting>
++ (nullable NSImage*)imageNamed:(NSImageName)name;
 + (NSImage*)imageWithSize:(NSSize)size
                   flipped:(BOOL)drawingHandlerShouldBeCalledWithFlippedContext
            drawingHandler:(BOOL (^)(NSRect dstRect))drawingHandler;
 + (nullable instancetype)imageWithSystemSymbolName:(NSString*)name
                           accessibilityDescription:(nullable NSString*)description
+    API_AVAILABLE_MAC(11.0);
+- (nullable NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration
     API_AVAILABLE_MAC(11.0);
 - (instancetype)initWithCGImage:(CGImageRef)cgImage size:(NSSize)size;
 - (void)setTemplate:(BOOL)isTemplate;

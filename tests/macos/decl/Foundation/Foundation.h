@@ -76,6 +76,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 + (instancetype)array;
 + (instancetype)arrayWithObjects:(ObjectType const _Nonnull[_Nullable])objects
                            count:(NSUInteger)cnt;
+- (BOOL)isEqualToArray:(NSArray<ObjectType>*)otherArray;
 @end
 
 @interface NSMutableArray<ObjectType> : NSArray <ObjectType>
@@ -200,6 +201,7 @@ typedef struct NSOperatingSystemVersion NSOperatingSystemVersion;
 @end
 
 typedef NSString* NSRunLoopMode;
+FOUNDATION_EXPORT NSRunLoopMode const NSDefaultRunLoopMode;
 FOUNDATION_EXPORT NSRunLoopMode const NSRunLoopCommonModes;
 @interface NSTimer : NSObject
 + (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval
