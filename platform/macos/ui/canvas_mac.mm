@@ -42,6 +42,26 @@ void CanvasMac::fillRoundedRect(Rect rect, double radiusX, double radiusY, Color
     [[NSBezierPath bezierPathWithRoundedRect:toNSRect(rect) xRadius:radiusX yRadius:radiusY] fill];
 }
 
+void CanvasMac::strokeLines(std::span<std::vector<Point> const> lines, double lineWidth,
+                            Color color) {
+    NSBezierPath* const path = [NSBezierPath bezierPath];
+    path.lineWidth = lineWidth;
+    path.lineCapStyle = NSLineCapStyleRound;
+    for (auto const& line : lines) {
+        if (line.empty()) continue;
+        [path moveToPoint:toNSPoint(line.front())];
+        for (auto const& point : std::span(line).subspan(1))
+            [path lineToPoint:toNSPoint(point)];
+    }
+    [toNSColor(color) setStroke];
+    [path stroke];
+}
+
+void CanvasMac::fillOval(Rect rect, Color color) {
+    [toNSColor(color) setFill];
+    [[NSBezierPath bezierPathWithOvalInRect:toNSRect(rect)] fill];
+}
+
 void CanvasMac::drawText(std::string_view text, Point origin, TextAttributes const& attributes) {
     [toNSString(text) drawAtPoint:toNSPoint(origin)
                    withAttributes:@{

@@ -11,6 +11,8 @@ namespace trovel {
 /// A fixed colour, or the desktop's own, which follows light and dark appearance when it is used.
 [[nodiscard]] NSColor* _Nonnull toNSColor(Color const& color);
 
+[[nodiscard]] NSFontWeight toNSFontWeight(Font::Weight weight);
+
 [[nodiscard]] NSFont* _Nonnull toNSFont(Font const& font);
 
 /// A key-down or flags-changed event as a value.

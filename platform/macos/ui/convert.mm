@@ -25,7 +25,19 @@ NSColor* _Nonnull baseColor(Color const& color) {
     }
 }
 
-NSFontWeight toNative(Font::Weight weight) {
+EventFlags modifierFlags(NSEvent* _Nonnull event) {
+    return static_cast<EventFlags>(event.modifierFlags);
+}
+
+} // namespace
+
+NSColor* _Nonnull toNSColor(Color const& color) {
+    // The desktop's colours have an alpha of their own, which stays unless another is asked for.
+    NSColor* const base = baseColor(color);
+    return color.alpha < 1 ? [base colorWithAlphaComponent:color.alpha] : base;
+}
+
+NSFontWeight toNSFontWeight(Font::Weight weight) {
     switch (weight) {
     case Font::Weight::light:
         return NSFontWeightLight;
@@ -40,20 +52,8 @@ NSFontWeight toNative(Font::Weight weight) {
     }
 }
 
-EventFlags modifierFlags(NSEvent* _Nonnull event) {
-    return static_cast<EventFlags>(event.modifierFlags);
-}
-
-} // namespace
-
-NSColor* _Nonnull toNSColor(Color const& color) {
-    // The desktop's colours have an alpha of their own, which stays unless another is asked for.
-    NSColor* const base = baseColor(color);
-    return color.alpha < 1 ? [base colorWithAlphaComponent:color.alpha] : base;
-}
-
 NSFont* _Nonnull toNSFont(Font const& font) {
-    auto const weight = toNative(font.weight);
+    auto const weight = toNSFontWeight(font.weight);
     switch (font.family) {
     case Font::Family::system:
         return [NSFont systemFontOfSize:font.size weight:weight];
@@ -63,9 +63,12 @@ NSFont* _Nonnull toNSFont(Font const& font) {
 }
 
 KeyEvent toKeyEvent(NSEvent* _Nonnull event) {
-    auto const kind = event.type == NSEventTypeFlagsChanged ? KeyEvent::Kind::flagsChanged
-                                                            : KeyEvent::Kind::keyDown;
-    return {kind, event.keyCode, modifierFlags(event)};
+    if (event.type == NSEventTypeFlagsChanged) {
+        return {KeyEvent::Kind::flagsChanged, event.keyCode, modifierFlags(event)};
+    }
+    // Only events of a key that types may be asked for what it types.
+    return {KeyEvent::Kind::keyDown, event.keyCode, modifierFlags(event),
+            fromNSString([event charactersByApplyingModifiers:0])};
 }
 
 MouseEvent toMouseEvent(NSEvent* _Nonnull event, MouseEvent::Kind kind) {
