@@ -1,0 +1,19 @@
+#include "platform/macos/ui/animator_mac.h"
+
+#include "platform/macos/entry.h"
+
+#import <AppKit/AppKit.h>
+
+namespace trovel {
+
+void AnimatorMac::runGroup(std::chrono::nanoseconds duration, std::function<void()> const& body) {
+    double const seconds = std::chrono::duration<double>(duration).count();
+    auto const* const changes = &body; // the block is run before this call returns
+    [NSAnimationContext runAnimationGroup:^(NSAnimationContext* _Nonnull context) {
+      context.duration = seconds;
+      context.allowsImplicitAnimation = YES;
+      enter(*changes);
+    }];
+}
+
+} // namespace trovel
