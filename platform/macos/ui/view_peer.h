@@ -4,25 +4,30 @@
 
 #import <AppKit/AppKit.h>
 
-/// The mirror of a container. It shows nothing of its own, and hands the mouse to the window's
-/// tree, which knows whom an event is for.
+/// The mirror of a view: frame, layer, accessibility and tracking of the pointer are its own; what
+/// AppKit shows of the view's kind fills it. It hands the mouse to the window's tree, which knows
+/// whom an event is for; only buttons take clicks by themselves. It refers to the view weakly.
 @interface TrovelView : NSView
-- (nonnull instancetype)initWithView:(trovel::View const&)view NS_DESIGNATED_INITIALIZER;
+- (nonnull instancetype)initWithView:(trovel::View&)view NS_DESIGNATED_INITIALIZER;
 - (nonnull instancetype)initWithFrame:(NSRect)frame NS_UNAVAILABLE;
 - (nullable instancetype)initWithCoder:(nonnull NSCoder*)coder NS_UNAVAILABLE;
+
+/// Applies what the view is now, apart from its subviews.
+- (void)update;
+
+/// Shows exactly these mirrors in it, from back to front.
+- (void)showMirrors:(nonnull NSArray<TrovelView*>*)mirrors;
 @end
 
 /// The mirror of a view that draws itself.
 @interface TrovelCanvasView : TrovelView
-- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView const&)view
-    NS_DESIGNATED_INITIALIZER;
-- (nonnull instancetype)initWithView:(trovel::View const&)view NS_UNAVAILABLE;
+- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView&)view NS_DESIGNATED_INITIALIZER;
+- (nonnull instancetype)initWithView:(trovel::View&)view NS_UNAVAILABLE;
 @end
 
 namespace trovel {
 
-/// A new mirror of the view's kind; frame and subviews are the caller's to apply. It refers to the
-/// view weakly.
-[[nodiscard]] TrovelView* _Nonnull makeViewPeer(View const& view);
+/// A new mirror of the view's kind, up to date but for its subviews.
+[[nodiscard]] TrovelView* _Nonnull makeViewPeer(View& view);
 
 } // namespace trovel

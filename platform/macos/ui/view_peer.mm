@@ -5,6 +5,8 @@
 #include "platform/macos/entry.h"
 #include "platform/macos/ui/canvas_mac.h"
 #include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/layer_mac.h"
+#include "platform/macos/ui/view_contents.h"
 #include "platform/ui/window.h"
 
 #include <memory>
@@ -12,29 +14,159 @@
 namespace {
 
 using trovel::MouseEvent;
+using trovel::View;
+using trovel::ViewKind;
+using WeakView = std::weak_ptr<View>;
 
-/// To the tree of the view's window. The event may take the view out of it, and the mirror that
-/// called goes too then: nothing of it is used afterwards.
-void send(MouseEvent const& event, std::weak_ptr<trovel::View const> const& mirrored) {
+// To the tree of the view's window. What is sent may take the view out of it, and the mirror that
+// called goes too then: nothing of it is used afterwards.
+
+void send(MouseEvent const& event, WeakView const& mirrored) {
     auto const view = mirrored.lock();
     auto* const window = view ? view->window() : nullptr;
     if (window != nullptr) trovel::enter([&] { window->receive(event); });
 }
 
-} // namespace
-
-@implementation TrovelView {
-    std::weak_ptr<trovel::View const> view_;
+void sendPointer(bool isInside, WeakView const& mirrored) {
+    auto const view = mirrored.lock();
+    auto* const window = view ? view->window() : nullptr;
+    if (window != nullptr) trovel::enter([&] { window->receivePointer(*view, isInside); });
 }
 
-- (nonnull instancetype)initWithView:(trovel::View const&)view {
+void sendClick(WeakView const& mirrored) {
+    auto const view = mirrored.lock();
+    auto* const window = view ? view->window() : nullptr;
+    if (window != nullptr) trovel::enter([&] { window->receiveClick(*view); });
+}
+
+/// Whether a press there is meant for the view or one around it, and does not begin to move the
+/// window.
+bool takesClicks(View const& view) {
+    for (View const* each = &view; each != nullptr; each = each->superview()) {
+        if (each->kind() == ViewKind::button || each->clickAction() || each->accessibility()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Whether what AppKit shows of the view is for the eye alone.
+bool isShownOnly(View const& view) {
+    switch (view.kind()) {
+    case ViewKind::label:
+    case ViewKind::imageView:
+    case ViewKind::separator:
+        return true;
+    case ViewKind::container:
+    case ViewKind::button:
+    case ViewKind::visualEffect:
+    case ViewKind::canvas:
+        return false;
+    }
+}
+
+NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
+    switch (role) {
+    case trovel::AccessibilityInfo::Role::button:
+        return NSAccessibilityButtonRole;
+    }
+}
+
+} // namespace
+
+@interface TrovelView ()
+- (void)speak:(trovel::AccessibilityInfo const&)info;
+- (void)trackPointer;
+- (void)buttonClicked:(nonnull id)sender;
+@end
+
+@implementation TrovelView {
+    WeakView view_;
+    NSView* contents_; // nil where AppKit shows nothing of the view's kind
+    NSArray<TrovelView*>* mirrors_;
+    NSTrackingArea* trackingArea_; // nil until the view asks for it
+}
+
+- (nonnull instancetype)initWithView:(trovel::View&)view {
     self = [super initWithFrame:trovel::toNSRect(view.frame())];
-    if (self != nil) view_ = view.weak_from_this();
+    if (self != nil) {
+        view_ = view.weak_from_this();
+        mirrors_ = @[];
+        contents_ = trovel::makeContents(view, self, @selector(buttonClicked:));
+        if (contents_ != nil) self.subviews = @[ contents_ ];
+    }
     return self;
 }
 
 - (nullable instancetype)initWithCoder:(nonnull NSCoder*)coder {
     trovel::fatal("init(coder:) has not been implemented");
+}
+
+- (void)update {
+    auto const view = view_.lock();
+    if (!view) return;
+    self.frame = trovel::toNSRect(view->frame());
+    self.hidden = view->isHidden();
+    if (contents_ != nil) {
+        contents_.frame = self.bounds;
+        trovel::updateContents(contents_, *view);
+    }
+    if (view->layer()) trovel::applyLayerStyle(*view->layer(), self);
+    if (view->accessibility()) [self speak:*view->accessibility()];
+    if (view->tracksPointer()) [self trackPointer];
+}
+
+- (void)showMirrors:(nonnull NSArray<TrovelView*>*)mirrors {
+    if ([mirrors isEqualToArray:mirrors_]) return;
+    mirrors_ = mirrors;
+    // Upon an effect lies what it shines through to; other contents lie among their like.
+    auto const view = view_.lock();
+    if (view && view->kind() == ViewKind::visualEffect) {
+        contents_.subviews = mirrors;
+        return;
+    }
+    NSMutableArray<NSView*>* const subviews = [NSMutableArray array];
+    if (contents_ != nil) [subviews addObject:contents_];
+    for (TrovelView* const mirror in mirrors)
+        [subviews addObject:mirror];
+    self.subviews = subviews;
+}
+
+// A view is no part of what assistive programs see before it says so; its role alone is not enough.
+- (void)speak:(trovel::AccessibilityInfo const&)info {
+    self.accessibilityElement = YES;
+    self.accessibilityRole = toNative(info.role);
+    self.accessibilityLabel = trovel::toNSString(info.label);
+    self.accessibilityValue = info.value.empty() ? nil : trovel::toNSString(info.value);
+}
+
+- (void)trackPointer {
+    if (trackingArea_ != nil) return;
+    trackingArea_ =
+        [[NSTrackingArea alloc] initWithRect:NSMakeRect(0, 0, 0, 0)
+                                     options:NSTrackingMouseEnteredAndExited |
+                                             NSTrackingActiveAlways | NSTrackingInVisibleRect
+                                       owner:self
+                                    userInfo:nil];
+    [self addTrackingArea:trackingArea_];
+}
+
+// A layer's colours were resolved in the appearance of before.
+- (void)viewDidChangeEffectiveAppearance {
+    [super viewDidChangeEffectiveAppearance];
+    auto const view = view_.lock();
+    if (view && view->layer()) trovel::applyLayerStyle(*view->layer(), self);
+}
+
+- (nullable NSView*)hitTest:(NSPoint)point {
+    NSView* const hit = [super hitTest:point];
+    auto const view = view_.lock();
+    return hit != nil && view && isShownOnly(*view) ? self : hit;
+}
+
+- (BOOL)mouseDownCanMoveWindow {
+    auto const view = view_.lock();
+    return [super mouseDownCanMoveWindow] && !(view && takesClicks(*view));
 }
 
 - (BOOL)acceptsFirstMouse:(nullable NSEvent*)event {
@@ -58,13 +190,41 @@ void send(MouseEvent const& event, std::weak_ptr<trovel::View const> const& mirr
     send(trovel::toMouseEvent(event, MouseEvent::Kind::rightDown), view_);
 }
 
+// What lies in a view passes on what it does not use of its own tracking.
+- (void)mouseEntered:(nonnull NSEvent*)event {
+    if (trackingArea_ != nil) sendPointer(true, view_);
+}
+
+- (void)mouseExited:(nonnull NSEvent*)event {
+    if (trackingArea_ != nil) sendPointer(false, view_);
+}
+
+- (void)buttonClicked:(nonnull id)sender {
+    sendClick(view_);
+}
+
+// What a press and a release in its middle do.
+- (BOOL)accessibilityPerformPress {
+    WeakView const weak = view_;
+    auto const view = weak.lock();
+    if (!view || !view->accessibility()) return [super accessibilityPerformPress];
+    auto const corner = view->convertFromWindow({0, 0});
+    auto const bounds = view->bounds();
+    MouseEvent event{
+        MouseEvent::Kind::leftDown, {bounds.midX() - corner.x, bounds.midY() - corner.y}, 0};
+    send(event, weak);
+    event.kind = MouseEvent::Kind::leftUp;
+    send(event, weak);
+    return YES;
+}
+
 @end
 
 @implementation TrovelCanvasView {
     std::weak_ptr<trovel::CanvasView const> canvasView_;
 }
 
-- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView const&)view {
+- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView&)view {
     self = [super initWithView:view];
     if (self != nil) {
         canvasView_ = std::static_pointer_cast<trovel::CanvasView const>(view.shared_from_this());
@@ -83,13 +243,13 @@ void send(MouseEvent const& event, std::weak_ptr<trovel::View const> const& mirr
 
 namespace trovel {
 
-TrovelView* _Nonnull makeViewPeer(View const& view) {
-    switch (view.kind()) {
-    case ViewKind::container:
-        return [[TrovelView alloc] initWithView:view];
-    case ViewKind::canvas:
-        return [[TrovelCanvasView alloc] initWithCanvasView:static_cast<CanvasView const&>(view)];
-    }
+TrovelView* _Nonnull makeViewPeer(View& view) {
+    TrovelView* const mirror =
+        view.kind() == ViewKind::canvas
+            ? [[TrovelCanvasView alloc] initWithCanvasView:static_cast<CanvasView&>(view)]
+            : [[TrovelView alloc] initWithView:view];
+    [mirror update];
+    return mirror;
 }
 
 } // namespace trovel

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/geometry.h"
 #include "platform/ui/window_host.h"
 
 #import <AppKit/AppKit.h>
 
 #include <map>
+#include <optional>
 
 @class TrovelView;
 @class TrovelWindow;
@@ -23,16 +25,18 @@ public:
     void orderFrontRegardless() override;
     void makeKeyAndOrderFront() override;
     void orderOut() override;
+    void center() override;
 
 private:
     using Mirrors = std::map<View const*, TrovelView*>;
 
     void mirrorContent();
-    TrovelView* _Nonnull mirror(View const& view, Mirrors const& former);
+    TrovelView* _Nonnull mirror(View& view, Mirrors& former);
 
     Window& window_;
     TrovelWindow* _Nonnull native_;
-    Mirrors mirrors_; // of the views that are in the tree now
+    std::optional<Rect> contentRect_; // as last mirrored: the user may have moved the window since
+    Mirrors mirrors_;                 // of the views that are in the tree now
 };
 
 } // namespace trovel

@@ -21,10 +21,19 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
     if (window) trovel::enter([&] { window->receive(event); });
 }
 
+/// Holds `object` until the event that is being handled is over. An alert that is shown meanwhile
+/// runs the loop in another mode, so it does not count as the next turn.
+void keepThroughThisEvent(id _Nonnull object) {
+    [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
+                                    block:^{
+                                      static_cast<void>(object);
+                                    }];
+}
+
 } // namespace
 
 /// The native window. Keys come to it, because no native view takes them, and go to the tree.
-@interface TrovelWindow : NSWindow
+@interface TrovelWindow : NSWindow <NSWindowDelegate>
 - (nonnull instancetype)initWithWindow:(trovel::Window&)window NS_DESIGNATED_INITIALIZER;
 - (nonnull instancetype)initWithContentRect:(NSRect)contentRect
                                   styleMask:(NSWindowStyleMask)style
@@ -44,6 +53,7 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
                                 defer:NO];
     if (self != nil) {
         window_ = window.weak_from_this();
+        self.delegate = self;         // held weakly
         self.releasedWhenClosed = NO; // ARC owns it
         // A window that fades out would still be in a picture taken after orderOut.
         self.animationBehavior = NSWindowAnimationBehaviorNone;
@@ -68,6 +78,13 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
     sendKeyState(false, window_);
 }
 
+// The tree closes it.
+- (BOOL)windowShouldClose:(nonnull NSWindow*)sender {
+    auto const window = window_.lock();
+    if (window) trovel::enter([&] { window->receiveCloseRequest(); });
+    return NO;
+}
+
 - (void)keyDown:(nonnull NSEvent*)event {
     sendKey(trovel::toKeyEvent(event), window_);
 }
@@ -82,18 +99,29 @@ namespace trovel {
 
 namespace {
 
+NSColor* _Nullable backgroundOf(WindowAttributes const& attributes) {
+    // A colour that nobody chose stays the system's own for windows.
+    constexpr Color kNotChosen = WindowAttributes{}.backgroundColor;
+    auto const& color = attributes.backgroundColor;
+    return color == kNotChosen ? nil : toNSColor(color);
+}
+
 void apply(WindowAttributes const& attributes, NSWindow* _Nonnull native) {
-    native.styleMask = static_cast<NSWindowStyleMask>(attributes.styleMask);
+    auto const styleMask = static_cast<NSWindowStyleMask>(attributes.styleMask);
+    if (native.styleMask != styleMask) native.styleMask = styleMask;
     native.level = attributes.level;
     native.opaque = attributes.isOpaque;
-    native.backgroundColor = toNSColor(attributes.backgroundColor);
+    native.backgroundColor = backgroundOf(attributes);
     native.hasShadow = attributes.hasShadow;
     // Said even when it is NO: without it clicks fall through where the window is transparent.
     native.ignoresMouseEvents = attributes.ignoresMouseEvents;
     native.acceptsMouseMovedEvents = attributes.acceptsMouseMovedEvents;
     native.collectionBehavior =
         static_cast<NSWindowCollectionBehavior>(attributes.collectionBehavior);
-    [native setFrame:[native frameRectForContentRect:toNSRect(attributes.contentRect)] display:NO];
+    native.title = toNSString(attributes.title);
+    native.titlebarAppearsTransparent = attributes.titlebarAppearsTransparent;
+    native.titleVisibility = attributes.isTitleHidden ? NSWindowTitleHidden : NSWindowTitleVisible;
+    native.movableByWindowBackground = attributes.isMovableByBackground;
 }
 
 } // namespace
@@ -103,21 +131,25 @@ WindowPeerMac::WindowPeerMac(Window& window)
 
 WindowPeerMac::~WindowPeerMac() {
     [native_ close];
-    // This may be happening inside one of the window's own events, so it goes a turn later.
-    TrovelWindow* const native = native_;
-    [NSRunLoop.mainRunLoop performInModes:@[ NSRunLoopCommonModes ]
-                                    block:^{
-                                      static_cast<void>(native);
-                                    }];
+    // This may be happening inside one of the window's own events.
+    keepThroughThisEvent(native_);
 }
 
 void WindowPeerMac::windowDidChange() {
-    apply(window_.attributes(), native_);
+    auto const& attributes = window_.attributes();
+    apply(attributes, native_);
+    if (contentRect_ != attributes.contentRect) {
+        contentRect_ = attributes.contentRect;
+        [native_ setFrame:[native_ frameRectForContentRect:toNSRect(attributes.contentRect)]
+                  display:NO];
+    }
     mirrorContent();
 }
 
 void WindowPeerMac::viewDidChange(View const& view) {
     mirrorContent();
+    auto const found = mirrors_.find(&view);
+    if (found != mirrors_.end()) [found->second update];
     viewNeedsDisplay(view);
 }
 
@@ -138,24 +170,31 @@ void WindowPeerMac::orderOut() {
     [native_ orderOut:nil];
 }
 
+void WindowPeerMac::center() {
+    [native_ center];
+}
+
 // Whatever left the tree leaves the table at once, so an address is never taken for a view that
 // was there before.
 void WindowPeerMac::mirrorContent() {
-    auto const former = std::exchange(mirrors_, {});
+    auto former = std::exchange(mirrors_, {});
     auto const& content = window_.contentView();
     TrovelView* const native = content ? mirror(*content, former) : nil;
     if (native_.contentView != native) native_.contentView = native;
+    // One of them may be the button whose click takes it away.
+    for (auto const& [view, gone] : former)
+        keepThroughThisEvent(gone);
 }
 
-TrovelView* _Nonnull WindowPeerMac::mirror(View const& view, Mirrors const& former) {
+TrovelView* _Nonnull WindowPeerMac::mirror(View& view, Mirrors& former) {
     auto const found = former.find(&view);
     TrovelView* const native = found != former.end() ? found->second : makeViewPeer(view);
+    if (found != former.end()) former.erase(found);
     mirrors_.emplace(&view, native);
-    native.frame = toNSRect(view.frame());
-    NSMutableArray<NSView*>* const subviews = [NSMutableArray array];
+    NSMutableArray<TrovelView*>* const mirrors = [NSMutableArray array];
     for (auto const& subview : view.subviews())
-        [subviews addObject:mirror(*subview, former)];
-    native.subviews = subviews;
+        [mirrors addObject:mirror(*subview, former)];
+    [native showMirrors:mirrors];
     return native;
 }
 
