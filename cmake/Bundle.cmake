@@ -3,24 +3,35 @@
 include(ObjectiveCxx)
 set(TROVEL_BUNDLE_IDENTIFIER app.trovel.Trovel CACHE STRING "What macOS calls the program")
 set(TROVEL_SIGNING_IDENTITY - CACHE STRING "The identity that signs Trovel.app; - signs ad hoc")
-set(TROVEL_SPARKLE_DIR "" CACHE PATH "The folder that holds Sparkle.framework")
+set(TROVEL_SPARKLE_DIR "" CACHE PATH "The folder that holds Sparkle.framework; empty fetches it")
 set(TROVEL_FEED_URL https://trovel.example/appcast.xml CACHE STRING
   "Where Sparkle looks for new versions")
-set(TROVEL_UPDATE_KEY "" CACHE STRING "The public EdDSA key of those who sign new versions")
+# Nobody has the private half of this one. Who hands out builds gives the key that signs them, which
+# Sparkle's generate_keys prints.
+set(TROVEL_UPDATE_KEY ZrpOWBdanyMub0rmoReCqEt2JwiyMwG21N7WgUMKWGU= CACHE STRING
+  "The public EdDSA key of those who sign new versions")
 
-# An update replaces the program, so nobody else may be able to offer one.
-if(NOT EXISTS "${TROVEL_SPARKLE_DIR}/Sparkle.framework")
-  message(FATAL_ERROR "TROVEL_SPARKLE_DIR is '${TROVEL_SPARKLE_DIR}', where there is no "
-    "Sparkle.framework. Unpack a release of Sparkle 2 (https://sparkle-project.org) and name its "
-    "folder.")
+set(sparkle_dir "${TROVEL_SPARKLE_DIR}")
+if(NOT sparkle_dir)
+  include(FetchContent)
+  FetchContent_Declare(sparkle
+    URL https://github.com/sparkle-project/Sparkle/releases/download/2.9.6/Sparkle-2.9.6.tar.xz
+    URL_HASH SHA256=52bf9e88cdd972fc0c81501377a880e90d47031bd8ca5462488f843e2609e192)
+  FetchContent_MakeAvailable(sparkle)
+  set(sparkle_dir "${sparkle_SOURCE_DIR}")
 endif()
+if(NOT EXISTS "${sparkle_dir}/Sparkle.framework")
+  message(FATAL_ERROR "TROVEL_SPARKLE_DIR is '${TROVEL_SPARKLE_DIR}', where there is no "
+    "Sparkle.framework.")
+endif()
+# An update replaces the program, so nobody else may be able to offer one.
 if(NOT TROVEL_FEED_URL MATCHES "^https://[^/&<>][^&<>]*$")
   message(FATAL_ERROR "TROVEL_FEED_URL is '${TROVEL_FEED_URL}'. It has to be an https address.")
 endif()
 string(LENGTH "${TROVEL_UPDATE_KEY}" update_key_length)
 if(NOT TROVEL_UPDATE_KEY MATCHES "^[A-Za-z0-9+/]+=$" OR NOT update_key_length EQUAL 44)
-  message(FATAL_ERROR "TROVEL_UPDATE_KEY is '${TROVEL_UPDATE_KEY}'. It has to be the 44 characters "
-    "that Sparkle's generate_keys prints.")
+  message(FATAL_ERROR "TROVEL_UPDATE_KEY is '${TROVEL_UPDATE_KEY}'. It has to be 32 bytes in "
+    "base 64.")
 endif()
 
 set(CMAKE_OBJCXX_STANDARD ${CMAKE_CXX_STANDARD})
@@ -29,9 +40,9 @@ set(CMAKE_OBJCXX_EXTENSIONS OFF)
 file(GLOB_RECURSE macos_sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/platform/macos/*.mm")
 add_library(trovel_macos STATIC ${macos_sources})
 target_compile_options(trovel_macos PRIVATE
-  ${TROVEL_OBJCXX_OPTIONS} "-iframework${TROVEL_SPARKLE_DIR}")
+  ${TROVEL_OBJCXX_OPTIONS} "-iframework${sparkle_dir}")
 target_link_libraries(trovel_macos PUBLIC trovel_ui PRIVATE trovel_warnings)
-target_link_options(trovel_macos PUBLIC "-F${TROVEL_SPARKLE_DIR}")
+target_link_options(trovel_macos PUBLIC "-F${sparkle_dir}")
 foreach(framework
     AppKit ApplicationServices Carbon CoreFoundation CoreGraphics Foundation QuartzCore
     ScreenCaptureKit ServiceManagement Sparkle UniformTypeIdentifiers)
@@ -69,7 +80,7 @@ add_custom_command(TARGET trovel POST_BUILD
   COMMAND ${CMAKE_COMMAND} -E make_directory "${contents}/Frameworks" "${contents}/Resources"
   COMMAND ${CMAKE_COMMAND} -E copy "${packaging}/Trovel.icns" "${contents}/Resources/Trovel.icns"
   COMMAND ${CMAKE_COMMAND} -E rm -rf "${sparkle}"
-  COMMAND ditto "${TROVEL_SPARKLE_DIR}/Sparkle.framework" "${sparkle}"
+  COMMAND ditto "${sparkle_dir}/Sparkle.framework" "${sparkle}"
   COMMAND ${CMAKE_COMMAND} -E rm -rf "${sparkle}/XPCServices" "${sparkle}/Versions/B/XPCServices"
   COMMAND ${sign} "${sparkle}/Versions/B/Autoupdate"
   COMMAND ${sign} "${sparkle}/Versions/B/Updater.app"
