@@ -3,18 +3,29 @@
 #include "platform/macos/accessibility_mac.h"
 #include "platform/macos/alerts_mac.h"
 #include "platform/macos/application_mac.h"
+#include "platform/macos/bundle_info_mac.h"
 #include "platform/macos/cursors_mac.h"
 #include "platform/macos/event_synthesizer_mac.h"
+#include "platform/macos/file_system_mac.h"
 #include "platform/macos/hotkey_service_mac.h"
+#include "platform/macos/icons_mac.h"
+#include "platform/macos/image_encoder_mac.h"
+#include "platform/macos/login_item_mac.h"
 #include "platform/macos/main_queue_mac.h"
+#include "platform/macos/open_panels_mac.h"
 #include "platform/macos/pasteboard_mac.h"
 #include "platform/macos/permissions_mac.h"
 #include "platform/macos/preference_store_mac.h"
+#include "platform/macos/process_host_mac.h"
 #include "platform/macos/screen_capturer_mac.h"
 #include "platform/macos/screens_mac.h"
 #include "platform/macos/script_runner_mac.h"
+#include "platform/macos/status_bar_mac.h"
+#include "platform/macos/ui/animator_mac.h"
 #include "platform/macos/ui/event_monitors_mac.h"
 #include "platform/macos/ui/window_host_mac.h"
+#include "platform/macos/updater_mac.h"
+#include "platform/macos/wall_clock_mac.h"
 #include "platform/macos/worker_mac.h"
 #include "platform/macos/workspace_mac.h"
 
@@ -25,9 +36,34 @@ namespace {
 class BackendMac final : public Backend {
 public:
     [[nodiscard]] Platform platform() override {
-        return {application_, mainQueue_,     worker_,   preferences_, pasteboard_, workspace_,
-                scripts_,     accessibility_, events_,   permissions_, screens_,    capturer_,
-                hotkeys_,     windows_,       monitors_, cursors_,     alerts_};
+        return {.application = application_,
+                .mainQueue = mainQueue_,
+                .worker = worker_,
+                .preferences = preferences_,
+                .pasteboard = pasteboard_,
+                .workspace = workspace_,
+                .scripts = scripts_,
+                .accessibility = accessibility_,
+                .events = events_,
+                .permissions = permissions_,
+                .screens = screens_,
+                .capturer = capturer_,
+                .hotkeys = hotkeys_,
+                .windows = windows_,
+                .monitors = monitors_,
+                .cursors = cursors_,
+                .alerts = alerts_,
+                .statusBar = statusBar_,
+                .animator = animator_,
+                .icons = icons_,
+                .openPanels = openPanels_,
+                .files = files_,
+                .imageEncoder = imageEncoder_,
+                .wallClock = wallClock_,
+                .bundle = bundle_,
+                .process = process_,
+                .loginItem = loginItem_,
+                .updater = updater_};
     }
 
 private:
@@ -48,6 +84,17 @@ private:
     EventMonitorsMac monitors_;
     CursorsMac cursors_;
     AlertsMac alerts_;
+    StatusBarMac statusBar_;
+    AnimatorMac animator_;
+    IconsMac icons_;
+    OpenPanelsMac openPanels_;
+    FileSystemMac files_;
+    ImageEncoderMac imageEncoder_;
+    WallClockMac wallClock_;
+    BundleInfoMac bundle_;
+    ProcessHostMac process_;
+    LoginItemMac loginItem_;
+    UpdaterMac updater_;
 };
 
 } // namespace
