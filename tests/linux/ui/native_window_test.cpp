@@ -1,3 +1,4 @@
+#include "platform/linux/ui/own_icon.h"
 #include "platform/ui/button.h"
 #include "platform/ui/canvas.h"
 #include "platform/ui/label.h"
@@ -10,6 +11,7 @@
 #include <QHoverEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QPushButton>
 
 #include <string>
@@ -123,6 +125,13 @@ TEST_F(NativeWindowTest, HasTheTitleAndTheSizeOfTheTree) {
     EXPECT_EQ(widget().size(), QSize(300, 200));
     EXPECT_EQ(widget().minimumSize(), widget().maximumSize());
     EXPECT_GT(world.askedForKey, 0) << "it asks the window manager for the keyboard";
+}
+
+TEST_F(NativeWindowTest, HasTheProgramsIcon) {
+    open();
+    auto const icon = widget().windowIcon().pixmap(QSize(64, 64), 1).toImage();
+    EXPECT_EQ(icon.convertToFormat(QImage::Format_ARGB32),
+              ownIcon(64).toImage().convertToFormat(QImage::Format_ARGB32));
 }
 
 TEST_F(NativeWindowTest, ViewsLieWhereTheirFramesSayAndStickOutOfTheirParents) {
