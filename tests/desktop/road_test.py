@@ -38,17 +38,6 @@ class RoadTest(DesktopCase):
         self.assert_at_rest(desktop, program)
         self.cancel(desktop, program)
 
-    def settled_screenshot(self, desktop, rectangle):
-        """What is on the screen once a compositor has drawn everything."""
-        pictures = [None, desktop.observer.screenshot(rectangle)]
-
-        def has_settled():
-            pictures.append(desktop.observer.screenshot(rectangle))
-            return len({picture.tobytes() for picture in pictures[-8:] if picture}) == 1 \
-                and len(pictures) > 8
-        wait_until(has_settled, "the screen has settled")
-        return pictures[-1]
-
     def cancel(self, desktop, program):
         active, cursor = desktop.observer.active_window(), desktop.observer.cursor()
         desktop.driver.press_hotkey()

@@ -60,6 +60,17 @@ class DesktopCase(unittest.TestCase):
                    "the drag has ended")
         return desktop.tap.mark()
 
+    def settled_screenshot(self, desktop, rectangle):
+        """What is on the screen once everything has been drawn."""
+        pictures = [None, desktop.observer.screenshot(rectangle)]
+
+        def has_settled():
+            pictures.append(desktop.observer.screenshot(rectangle))
+            return len({picture.tobytes() for picture in pictures[-8:] if picture}) == 1 \
+                and len(pictures) > 8
+        wait_until(has_settled, "the screen has settled")
+        return pictures[-1]
+
     def assert_at_rest(self, desktop, program=None):
         """Nothing is held, grabbed or covered any more."""
         self.assertEqual(desktop.observer.held_keys(), [])

@@ -67,6 +67,16 @@ class Desktop:
     def preferences_path(self):
         return os.path.join(self.folder, "config", "trovel", "preferences.ini")
 
+    def preferences(self):
+        """What is stored by now."""
+        try:
+            with open(self.preferences_path, encoding="utf-8") as file:
+                lines = file.read().splitlines()
+        except FileNotFoundError:
+            return {}
+        return {key: json.loads(value) for key, _, value in
+                (line.partition("=") for line in lines if line)}
+
     def start_program(self, preferences={}, **options):
         """Starts Trovel with these preferences beside a finished onboarding, or with None with
         the preferences that it finds."""

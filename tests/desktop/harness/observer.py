@@ -84,6 +84,10 @@ class Observer:
         state = self.atom("_NET_WM_STATE_FULLSCREEN")
         self._ask_manager(window, "_NET_WM_STATE", [_ADD_STATE, state, 0, _FROM_A_PAGER, 0])
 
+    def close_window(self, window):
+        """Closes `window` as the button in its title bar does."""
+        self._ask_manager(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, _FROM_A_PAGER, 0, 0, 0])
+
     def title(self, window):
         """The name that `window` shows; empty when it has none."""
         try:
@@ -143,8 +147,11 @@ class Observer:
         return self.display.intern_atom(name)
 
     def window_manager_is_up(self):
-        check = self._root_property("_NET_SUPPORTING_WM_CHECK")
-        return bool(check) and self._children() is not None
+        """Whether it manages windows: what is mapped between its first word and its first look at
+        the windows that are there may stay unmanaged."""
+        return bool(self._root_property("_NET_SUPPORTING_WM_CHECK")) and any(
+            self.root.get_full_property(self.atom(name), X.AnyPropertyType)
+            for name in ("_NET_CLIENT_LIST", "_NET_ACTIVE_WINDOW"))
 
     def _ask_manager(self, window, wish, numbers):
         message = event.ClientMessage(window=window, client_type=self.atom(wish),

@@ -1,5 +1,6 @@
 """Trovel itself, started as a user's session would and watched from outside."""
 
+import json
 import os
 import signal
 
@@ -64,11 +65,21 @@ class Program:
     def wait_for_alert(self, timeout=5.0):
         return wait_until(self.alerts, "an alert is up", timeout)[0]
 
+    def spoken(self):
+        """What its windows are to a screen reader, as harness.accessible tells it; needs a desktop
+        with a bus."""
+        return [json.loads(line) for line in self._accessible().splitlines()]
+
     def spoken_texts(self):
-        """What its windows say to a screen reader; needs a desktop with a bus."""
-        spoken = self._desktop.processes.run("/usr/bin/python3", "-m", "harness.accessible_text",
-                                             self.pid)
-        return spoken.decode().splitlines()
+        return [element["name"] for element in self.spoken() if element["name"]]
+
+    def press_spoken(self, name):
+        """Presses what has that name, as a screen reader does."""
+        self._accessible("press", name)
+
+    def _accessible(self, *words):
+        return self._desktop.processes.run("/usr/bin/python3", "-m", "harness.accessible",
+                                           self.pid, *words).decode()
 
     def dismiss_alerts(self, count=1):
         """Waits for that many alerts, closes them with a key, as a user does, the topmost first,
