@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QStringList>
 
 #include <memory>
 #include <utility>
@@ -30,12 +31,13 @@ bool isOwner(XcbConnection& connection, QClipboard::Mode mode) {
     return (answer->owner & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
-/// Takes the selection and offers `bytes` as that type. False when somebody else has it afterwards.
-bool take(XcbConnection& connection, QClipboard::Mode mode, QString const& type,
+/// Takes the selection and offers `bytes` as each of those types. False when somebody else has it
+/// afterwards.
+bool take(XcbConnection& connection, QClipboard::Mode mode, QStringList const& types,
           QByteArray const& bytes) {
     auto const offerBytes = [&] {
         auto data = std::make_unique<QMimeData>();
-        data->setData(type, bytes);
+        for (auto const& type : types) data->setData(type, bytes);
         offer(std::move(data), mode);
     };
     offerBytes();
@@ -63,17 +65,19 @@ bool PasteboardLinux::writeImage(Image const& image) {
     auto const png = captured != nullptr ? captured->pngData() : nullptr;
     if (!png) return false;
     lastWritten_ = WrittenContents::picture;
-    return take(connection_, QClipboard::Clipboard, QStringLiteral("image/png"),
+    return take(connection_, QClipboard::Clipboard, {QStringLiteral("image/png")},
                 QByteArray(reinterpret_cast<char const*>(png->data()),
                            static_cast<qsizetype>(png->size())));
 }
 
 bool PasteboardLinux::writeText(std::string_view text) {
-    auto const type = QStringLiteral("text/plain");
+    // Qt adds the names of X11 to the first; some readers know the second only.
+    QStringList const types{QStringLiteral("text/plain"),
+                            QStringLiteral("text/plain;charset=utf-8")};
     QByteArray const bytes(text.data(), static_cast<qsizetype>(text.size()));
     lastWritten_ = WrittenContents::text;
-    bool const isOffered = take(connection_, QClipboard::Clipboard, type, bytes);
-    return take(connection_, QClipboard::Selection, type, bytes) && isOffered;
+    bool const isOffered = take(connection_, QClipboard::Clipboard, types, bytes);
+    return take(connection_, QClipboard::Selection, types, bytes) && isOffered;
 }
 
 } // namespace trovel

@@ -30,8 +30,8 @@ enum class ViewKind : std::uint8_t {
 
 /// A node of a window's content. The tree is the only owner of what it shows; a backend's mirror is
 /// written to, when something is set to another value than it has, and never asked. Frames are in
-/// the superview's coordinates: points, origin at its lower left, y upward. Held by shared_ptr; main
-/// thread only.
+/// the superview's coordinates: points, origin at its lower left, y upward. Held by shared_ptr;
+/// main thread only.
 class View : public Responder, public std::enable_shared_from_this<View> {
 public:
     explicit View(Rect frame) : frame_(frame) {}

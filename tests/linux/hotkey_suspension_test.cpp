@@ -32,6 +32,9 @@ protected:
 
     /// Whether the combination of Ctrl and that key is taken, as another program finds out.
     bool isTaken(KeyCode key) {
+        // The server reads its clients in any order: ours must be through with what it asked for.
+        static_cast<void>(
+            connection_->reply<xcb_get_input_focus_reply>(xcb_get_input_focus(connection_->get())));
         auto const& x = other_.connection();
         auto const keycode = *Keymap::keycodeForVirtualKey(key);
         bool const isFree =
