@@ -19,12 +19,6 @@
 - (void)showMirrors:(nonnull NSArray<TrovelView*>*)mirrors;
 @end
 
-/// The mirror of a view that draws itself.
-@interface TrovelCanvasView : TrovelView
-- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView&)view NS_DESIGNATED_INITIALIZER;
-- (nonnull instancetype)initWithView:(trovel::View&)view NS_UNAVAILABLE;
-@end
-
 namespace trovel {
 
 /// A new mirror of the view's kind, up to date but for its subviews.

@@ -2,12 +2,11 @@
 
 #include "platform/fatal.h"
 #include "platform/macos/convert.h"
-#include "platform/macos/entry.h"
-#include "platform/macos/ui/canvas_mac.h"
+#include "platform/macos/ui/canvas_view.h"
 #include "platform/macos/ui/convert.h"
 #include "platform/macos/ui/layer_mac.h"
 #include "platform/macos/ui/view_contents.h"
-#include "platform/ui/window.h"
+#include "platform/macos/ui/view_events.h"
 
 #include <memory>
 
@@ -16,39 +15,6 @@ namespace {
 using trovel::MouseEvent;
 using trovel::View;
 using trovel::ViewKind;
-using WeakView = std::weak_ptr<View>;
-
-// To the tree of the view's window. What is sent may take the view out of it, and the mirror that
-// called goes too then: nothing of it is used afterwards.
-
-void send(MouseEvent const& event, WeakView const& mirrored) {
-    auto const view = mirrored.lock();
-    auto* const window = view ? view->window() : nullptr;
-    if (window != nullptr) trovel::enter([&] { window->receive(event); });
-}
-
-void sendPointer(bool isInside, WeakView const& mirrored) {
-    auto const view = mirrored.lock();
-    auto* const window = view ? view->window() : nullptr;
-    if (window != nullptr) trovel::enter([&] { window->receivePointer(*view, isInside); });
-}
-
-void sendClick(WeakView const& mirrored) {
-    auto const view = mirrored.lock();
-    auto* const window = view ? view->window() : nullptr;
-    if (window != nullptr) trovel::enter([&] { window->receiveClick(*view); });
-}
-
-/// Whether a press there is meant for the view or one around it, and does not begin to move the
-/// window.
-bool takesClicks(View const& view) {
-    for (View const* each = &view; each != nullptr; each = each->superview()) {
-        if (each->kind() == ViewKind::button || each->clickAction() || each->accessibility()) {
-            return true;
-        }
-    }
-    return false;
-}
 
 /// Whether what AppKit shows of the view is for the eye alone.
 bool isShownOnly(View const& view) {
@@ -81,7 +47,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
 @end
 
 @implementation TrovelView {
-    WeakView view_;
+    std::weak_ptr<View> view_;
     NSView* contents_; // nil where AppKit shows nothing of the view's kind
     NSArray<TrovelView*>* mirrors_;
     NSTrackingArea* trackingArea_; // nil until the view asks for it
@@ -119,7 +85,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
 - (void)showMirrors:(nonnull NSArray<TrovelView*>*)mirrors {
     if ([mirrors isEqualToArray:mirrors_]) return;
     mirrors_ = mirrors;
-    // Upon an effect lies what it shines through to; other contents lie among their like.
+    // Only what lies inside an effect is drawn with its vibrancy.
     auto const view = view_.lock();
     if (view && view->kind() == ViewKind::visualEffect) {
         contents_.subviews = mirrors;
@@ -132,7 +98,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
     self.subviews = subviews;
 }
 
-// A view is no part of what assistive programs see before it says so; its role alone is not enough.
+// A role alone does not show a view to assistive programs.
 - (void)speak:(trovel::AccessibilityInfo const&)info {
     self.accessibilityElement = YES;
     self.accessibilityRole = toNative(info.role);
@@ -166,7 +132,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
 
 - (BOOL)mouseDownCanMoveWindow {
     auto const view = view_.lock();
-    return [super mouseDownCanMoveWindow] && !(view && takesClicks(*view));
+    return [super mouseDownCanMoveWindow] && !(view && trovel::takesClicks(*view));
 }
 
 - (BOOL)acceptsFirstMouse:(nullable NSEvent*)event {
@@ -175,68 +141,39 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
 }
 
 - (void)mouseDown:(nonnull NSEvent*)event {
-    send(trovel::toMouseEvent(event, MouseEvent::Kind::leftDown), view_);
+    trovel::sendMouse(trovel::toMouseEvent(event, MouseEvent::Kind::leftDown), view_);
 }
 
 - (void)mouseDragged:(nonnull NSEvent*)event {
-    send(trovel::toMouseEvent(event, MouseEvent::Kind::leftDragged), view_);
+    trovel::sendMouse(trovel::toMouseEvent(event, MouseEvent::Kind::leftDragged), view_);
 }
 
 - (void)mouseUp:(nonnull NSEvent*)event {
-    send(trovel::toMouseEvent(event, MouseEvent::Kind::leftUp), view_);
+    trovel::sendMouse(trovel::toMouseEvent(event, MouseEvent::Kind::leftUp), view_);
 }
 
 - (void)rightMouseDown:(nonnull NSEvent*)event {
-    send(trovel::toMouseEvent(event, MouseEvent::Kind::rightDown), view_);
+    trovel::sendMouse(trovel::toMouseEvent(event, MouseEvent::Kind::rightDown), view_);
 }
 
 // What lies in a view passes on what it does not use of its own tracking.
 - (void)mouseEntered:(nonnull NSEvent*)event {
-    if (trackingArea_ != nil) sendPointer(true, view_);
+    if (trackingArea_ != nil) trovel::sendPointer(true, view_);
 }
 
 - (void)mouseExited:(nonnull NSEvent*)event {
-    if (trackingArea_ != nil) sendPointer(false, view_);
+    if (trackingArea_ != nil) trovel::sendPointer(false, view_);
 }
 
 - (void)buttonClicked:(nonnull id)sender {
-    sendClick(view_);
+    trovel::sendClick(view_);
 }
 
-// What a press and a release in its middle do.
 - (BOOL)accessibilityPerformPress {
-    WeakView const weak = view_;
-    auto const view = weak.lock();
+    auto const view = view_.lock();
     if (!view || !view->accessibility()) return [super accessibilityPerformPress];
-    auto const corner = view->convertFromWindow({0, 0});
-    auto const bounds = view->bounds();
-    MouseEvent event{
-        MouseEvent::Kind::leftDown, {bounds.midX() - corner.x, bounds.midY() - corner.y}, 0};
-    send(event, weak);
-    event.kind = MouseEvent::Kind::leftUp;
-    send(event, weak);
+    trovel::sendPress(view_);
     return YES;
-}
-
-@end
-
-@implementation TrovelCanvasView {
-    std::weak_ptr<trovel::CanvasView const> canvasView_;
-}
-
-- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView&)view {
-    self = [super initWithView:view];
-    if (self != nil) {
-        canvasView_ = std::static_pointer_cast<trovel::CanvasView const>(view.shared_from_this());
-    }
-    return self;
-}
-
-- (void)drawRect:(NSRect)dirtyRect {
-    auto const view = canvasView_.lock();
-    if (!view) return;
-    trovel::CanvasMac canvas;
-    trovel::enter([&] { view->draw(canvas); });
 }
 
 @end

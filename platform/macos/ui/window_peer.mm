@@ -1,25 +1,16 @@
 #include "platform/macos/ui/window_peer.h"
 
 #include "platform/macos/convert.h"
-#include "platform/macos/entry.h"
 #include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/native_window.h"
 #include "platform/macos/ui/view_peer.h"
 #include "platform/ui/window.h"
 
-#include <memory>
 #include <utility>
 
+namespace trovel {
+
 namespace {
-
-void sendKeyState(bool isKeyWindow, std::weak_ptr<trovel::Window> const& mirrored) {
-    auto const window = mirrored.lock();
-    if (window) trovel::enter([&] { window->receiveKeyState(isKeyWindow); });
-}
-
-void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const& mirrored) {
-    auto const window = mirrored.lock();
-    if (window) trovel::enter([&] { window->receive(event); });
-}
 
 /// Holds `object` until the event that is being handled is over. An alert that is shown meanwhile
 /// runs the loop in another mode, so it does not count as the next turn.
@@ -29,75 +20,6 @@ void keepThroughThisEvent(id _Nonnull object) {
                                       static_cast<void>(object);
                                     }];
 }
-
-} // namespace
-
-/// The native window. Keys come to it, because no native view takes them, and go to the tree.
-@interface TrovelWindow : NSWindow <NSWindowDelegate>
-- (nonnull instancetype)initWithWindow:(trovel::Window&)window NS_DESIGNATED_INITIALIZER;
-- (nonnull instancetype)initWithContentRect:(NSRect)contentRect
-                                  styleMask:(NSWindowStyleMask)style
-                                    backing:(NSBackingStoreType)backing
-                                      defer:(BOOL)flag NS_UNAVAILABLE;
-@end
-
-@implementation TrovelWindow {
-    std::weak_ptr<trovel::Window> window_;
-}
-
-- (nonnull instancetype)initWithWindow:(trovel::Window&)window {
-    auto const& attributes = window.attributes();
-    self = [super initWithContentRect:trovel::toNSRect(attributes.contentRect)
-                            styleMask:static_cast<NSWindowStyleMask>(attributes.styleMask)
-                              backing:NSBackingStoreBuffered
-                                defer:NO];
-    if (self != nil) {
-        window_ = window.weak_from_this();
-        self.delegate = self;         // held weakly
-        self.releasedWhenClosed = NO; // ARC owns it
-        // A window that fades out would still be in a picture taken after orderOut.
-        self.animationBehavior = NSWindowAnimationBehaviorNone;
-        // AppKit would take a pushed cursor back at the window's edge.
-        [self disableCursorRects];
-    }
-    return self;
-}
-
-- (BOOL)canBecomeKeyWindow {
-    auto const window = window_.lock();
-    return window && window->canBecomeKey();
-}
-
-- (void)becomeKeyWindow {
-    [super becomeKeyWindow];
-    sendKeyState(true, window_);
-}
-
-- (void)resignKeyWindow {
-    [super resignKeyWindow];
-    sendKeyState(false, window_);
-}
-
-// The tree closes it.
-- (BOOL)windowShouldClose:(nonnull NSWindow*)sender {
-    auto const window = window_.lock();
-    if (window) trovel::enter([&] { window->receiveCloseRequest(); });
-    return NO;
-}
-
-- (void)keyDown:(nonnull NSEvent*)event {
-    sendKey(trovel::toKeyEvent(event), window_);
-}
-
-- (void)flagsChanged:(nonnull NSEvent*)event {
-    sendKey(trovel::toKeyEvent(event), window_);
-}
-
-@end
-
-namespace trovel {
-
-namespace {
 
 NSColor* _Nullable backgroundOf(WindowAttributes const& attributes) {
     // A colour that nobody chose stays the system's own for windows.

@@ -1,0 +1,78 @@
+#include "platform/macos/ui/native_window.h"
+
+#include "platform/macos/convert.h"
+#include "platform/macos/entry.h"
+#include "platform/macos/ui/convert.h"
+#include "platform/ui/window.h"
+
+#include <memory>
+
+namespace {
+
+void sendKeyState(bool isKeyWindow, std::weak_ptr<trovel::Window> const& mirrored) {
+    auto const window = mirrored.lock();
+    if (window) trovel::enter([&] { window->receiveKeyState(isKeyWindow); });
+}
+
+void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const& mirrored) {
+    auto const window = mirrored.lock();
+    if (window) trovel::enter([&] { window->receive(event); });
+}
+
+} // namespace
+
+@interface TrovelWindow () <NSWindowDelegate>
+@end
+
+@implementation TrovelWindow {
+    std::weak_ptr<trovel::Window> window_;
+}
+
+- (nonnull instancetype)initWithWindow:(trovel::Window&)window {
+    auto const& attributes = window.attributes();
+    self = [super initWithContentRect:trovel::toNSRect(attributes.contentRect)
+                            styleMask:static_cast<NSWindowStyleMask>(attributes.styleMask)
+                              backing:NSBackingStoreBuffered
+                                defer:NO];
+    if (self != nil) {
+        window_ = window.weak_from_this();
+        self.delegate = self;         // held weakly
+        self.releasedWhenClosed = NO; // ARC owns it
+        // A window that fades out would still be in a picture taken after orderOut.
+        self.animationBehavior = NSWindowAnimationBehaviorNone;
+        // AppKit would take a pushed cursor back at the window's edge.
+        [self disableCursorRects];
+    }
+    return self;
+}
+
+- (BOOL)canBecomeKeyWindow {
+    auto const window = window_.lock();
+    return window && window->canBecomeKey();
+}
+
+- (void)becomeKeyWindow {
+    [super becomeKeyWindow];
+    sendKeyState(true, window_);
+}
+
+- (void)resignKeyWindow {
+    [super resignKeyWindow];
+    sendKeyState(false, window_);
+}
+
+- (BOOL)windowShouldClose:(nonnull NSWindow*)sender {
+    auto const window = window_.lock();
+    if (window) trovel::enter([&] { window->receiveCloseRequest(); });
+    return NO;
+}
+
+- (void)keyDown:(nonnull NSEvent*)event {
+    sendKey(trovel::toKeyEvent(event), window_);
+}
+
+- (void)flagsChanged:(nonnull NSEvent*)event {
+    sendKey(trovel::toKeyEvent(event), window_);
+}
+
+@end
