@@ -125,7 +125,8 @@ void AppCard::setupViews() {
     updateAccessibility();
     Rect const iconFrame{(frame().width - kIconSize) * 0.5, frame().height - 46, kIconSize,
                          kIconSize};
-    addSubview(std::make_shared<ImageView>(iconFrame, iconForApp(platform_, appName_, kIconSize)));
+    addSubview(std::make_shared<ImageView>(iconFrame, iconForApp(platform_, appName_, kIconSize),
+                                           std::nullopt, ImageScaling::proportionallyUpOrDown));
     addSubview(std::make_shared<Label>(
         Rect{kNameFrame.x, kNameFrame.y, frame().width, 14}, appName_,
         Label::Look{Font::system(11, Font::Weight::medium), kLabelColor, TextAlignment::center}));

@@ -76,7 +76,8 @@ void OnboardingWindowController::buildContent() {
 void OnboardingWindowController::addHeading() {
     auto& content = *window()->contentView();
     auto icon =
-        std::make_shared<ImageView>(Rect{(kWidth - 56) * 0.5, 500, 56, 56}, OwnApplicationIcon{});
+        std::make_shared<ImageView>(Rect{(kWidth - 56) * 0.5, 500, 56, 56}, OwnApplicationIcon{},
+                                    std::nullopt, ImageScaling::proportionallyUpOrDown);
     LayerStyle style;
     style.cornerRadius = 12;
     style.masksToBounds = true;

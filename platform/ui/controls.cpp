@@ -40,7 +40,8 @@ void Button::press() {
     if (action) action();
 }
 
-ImageView::ImageView(Rect frame, std::optional<Icon> icon, std::optional<Color> contentTint)
-    : View(frame), icon_(std::move(icon)), contentTint_(contentTint) {}
+ImageView::ImageView(Rect frame, std::optional<Icon> icon, std::optional<Color> contentTint,
+                     ImageScaling scaling)
+    : View(frame), icon_(std::move(icon)), contentTint_(contentTint), scaling_(scaling) {}
 
 } // namespace trovel

@@ -101,6 +101,7 @@ void addLook(std::string& line, Button const& button) {
 void addLook(std::string& line, ImageView const& image) {
     add(line, image.icon() ? textOf(*image.icon()) : "empty");
     if (image.contentTint()) add(line, "tint " + textOf(*image.contentTint()));
+    if (image.scaling() == ImageScaling::proportionallyUpOrDown) add(line, "fills");
 }
 
 std::string lineOf(View const& view) {

@@ -36,7 +36,7 @@ std::vector<std::string> cardLines(std::string const& frame, std::string const& 
     return {"  view " + frame + (isSelected ? kSelectedLook : kPlainLook) + '"' + name + "\" \"" +
                 (isSelected ? "selected" : "not selected") + "\" | tracks",
             "    image (32, 30, 32, 32) | symbol " + symbol + " \"" + name +
-                "\" system 19.2 medium",
+                "\" system 19.2 medium | fills",
             "    label (0, 6, 96, 14) \"" + name + "\" | system 11 medium | label | centred"};
 }
 
@@ -303,8 +303,8 @@ TEST_F(AppSelectorTest, ACustomNameWithoutAnIdentifierShowsTheGeneralSymbol) {
     desktop.preferences.store(kCustomAppName, std::string("MyTool"));
     make();
     EXPECT_THAT(linesOf(*selector->customCard()),
-                testing::Contains(
-                    R"(  image (32, 30, 32, 32) | symbol app.fill "MyTool" system 19.2 medium)"));
+                testing::Contains(R"(  image (32, 30, 32, 32) | symbol app.fill "MyTool" system )"
+                                  R"(19.2 medium | fills)"));
 }
 
 TEST_F(AppSelectorTest, TheRowHoldsItselfOnlyWeakly) {

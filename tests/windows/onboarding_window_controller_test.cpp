@@ -59,8 +59,8 @@ TEST_F(OnboardingWindowTest, ShowsEveryElementInItsPlace) {
         contentLines(),
         ElementsAreArray({
             "visual effect (0, 0, 600, 600)",
-            "  image (272, 500, 56, 56) | own icon | layer radius 12 masks background clear "
-            "shadow 0,0,0 at 0.25 (0, -2) 8 1",
+            "  image (272, 500, 56, 56) | own icon | fills | layer radius 12 masks background "
+            "clear shadow 0,0,0 at 0.25 (0, -2) 8 1",
             R"(  label (0, 450, 600, 30) "Trovel" | system 24 bold | label | centred)",
             R"(  label (56, 426, 488, 18) "Screenshot any part of your screen and send it to )"
             R"(AI — instantly." | system 13 regular | secondaryLabel | centred)",

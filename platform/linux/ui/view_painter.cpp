@@ -208,8 +208,10 @@ void ViewPainter::paintLabel(Label const& label, QRectF const& box) {
 void ViewPainter::paintIcon(ImageView const& view, QRectF const& box) {
     if (!view.icon()) return;
     auto const tint = qtColor(view.contentTint().value_or(Color::system(Color::Name::label)));
+    bool const isMadeLarger = view.scaling() == ImageScaling::proportionallyUpOrDown;
     auto const paintInside = [&](QSizeF const& size, QImage const& image) {
-        QRectF target(QPointF(), size.scaled(box.size(), Qt::KeepAspectRatio));
+        auto const fitted = size.scaled(box.size(), Qt::KeepAspectRatio);
+        QRectF target(QPointF(), isMadeLarger ? fitted : fitted.boundedTo(size));
         target.moveCenter(box.center());
         painter_.setRenderHint(QPainter::SmoothPixmapTransform);
         painter_.drawImage(target, image);
@@ -218,8 +220,9 @@ void ViewPainter::paintIcon(ImageView const& view, QRectF const& box) {
         Overloaded{[&](SymbolIcon const& symbol) {
                        auto const shown = symbol.configuration.value_or(SymbolConfiguration{
                            box.height() / kSymbolWidthPerPoint, Font::Weight::regular});
-                       auto const side = std::min(shown.pointSize * kSymbolWidthPerPoint,
-                                                  std::min(box.width(), box.height()));
+                       auto const room = std::min(box.width(), box.height());
+                       auto const width = shown.pointSize * kSymbolWidthPerPoint;
+                       auto const side = isMadeLarger ? room : std::min(width, room);
                        QRectF target(0, 0, side, side);
                        target.moveCenter(box.center());
                        drawSymbol(painter_, symbol.name, target, shown.weight, tint);

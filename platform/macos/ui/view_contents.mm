@@ -24,6 +24,15 @@ NSTextAlignment toNative(TextAlignment alignment) {
     }
 }
 
+NSImageScaling toNative(ImageScaling scaling) {
+    switch (scaling) {
+    case ImageScaling::proportionallyDown:
+        return NSImageScaleProportionallyDown;
+    case ImageScaling::proportionallyUpOrDown:
+        return NSImageScaleProportionallyUpOrDown;
+    }
+}
+
 NSButton* _Nonnull makeButton(id _Nonnull target, SEL _Nonnull action) {
     NSButton* const button = [[NSButton alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
     // Keys are the window's: its tree knows which of them press a button.
@@ -32,12 +41,6 @@ NSButton* _Nonnull makeButton(id _Nonnull target, SEL _Nonnull action) {
     button.target = target;
     button.action = action;
     return button;
-}
-
-NSImageView* _Nonnull makeImageView() {
-    NSImageView* const imageView = [[NSImageView alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
-    imageView.imageScaling = NSImageScaleProportionallyUpOrDown;
-    return imageView;
 }
 
 NSBox* _Nonnull makeSeparator() {
@@ -85,6 +88,7 @@ void update(NSButton* _Nonnull native, Button const& button) {
 void update(NSImageView* _Nonnull native, ImageView const& imageView) {
     auto const& icon = imageView.icon();
     native.image = icon ? toNSImage(*icon) : nil;
+    native.imageScaling = toNative(imageView.scaling());
     native.contentTintColor = tint(imageView.contentTint());
 }
 
@@ -100,7 +104,7 @@ NSView* _Nullable makeContents(View const& view, id _Nonnull target, SEL _Nonnul
     case ViewKind::button:
         return makeButton(target, action);
     case ViewKind::imageView:
-        return makeImageView();
+        return [[NSImageView alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
     case ViewKind::separator:
         return makeSeparator();
     case ViewKind::visualEffect:

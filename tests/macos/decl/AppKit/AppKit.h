@@ -44,7 +44,10 @@ typedef NS_ENUM(NSInteger, NSTextAlignment) {
     NSTextAlignmentNatural = 4
 };
 typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByWordWrapping = 0 };
-typedef NS_ENUM(NSUInteger, NSImageScaling) { NSImageScaleProportionallyUpOrDown = 3 };
+typedef NS_ENUM(NSUInteger, NSImageScaling) {
+    NSImageScaleProportionallyDown = 0,
+    NSImageScaleProportionallyUpOrDown = 3
+};
 typedef NS_ENUM(NSUInteger, NSControlSize) { NSControlSizeRegular = 0, NSControlSizeLarge = 3 };
 typedef NS_ENUM(NSUInteger, NSBoxType) { NSBoxSeparator = 2 };
 typedef NS_ENUM(NSInteger, NSVisualEffectMaterial) { NSVisualEffectMaterialHUDWindow = 13 };
