@@ -13,7 +13,6 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPixmap>
-#include <QWindow>
 
 #include <utility>
 
@@ -108,8 +107,9 @@ void NativeWindow::mousePressEvent(QMouseEvent* event) {
     if (peer_ == nullptr) return;
     auto const point = pointOf(event->position());
     if (event->button() == Qt::LeftButton) {
-        moveStart_.reset();
-        if (peer_->isMovedFrom(point)) moveStart_ = event->position().toPoint();
+        move_.reset();
+        auto const pointer = event->globalPosition().toPoint();
+        if (peer_->isMovedFrom(point)) move_ = Move{pointer, pos() - pointer};
         peer_->receive(MouseEvent{MouseEvent::Kind::leftDown, point, flagsOf(event->modifiers())});
     } else if (event->button() == Qt::RightButton) {
         peer_->receive(MouseEvent{MouseEvent::Kind::rightDown, point, flagsOf(event->modifiers())});
@@ -118,11 +118,13 @@ void NativeWindow::mousePressEvent(QMouseEvent* event) {
 
 void NativeWindow::mouseMoveEvent(QMouseEvent* event) {
     if (peer_ == nullptr || (event->buttons() & Qt::LeftButton) == 0) return;
-    if (moveStart_) {
-        auto const way = event->position().toPoint() - *moveStart_;
-        if (way.manhattanLength() < QApplication::startDragDistance()) return;
-        moveStart_.reset();
-        windowHandle()->startSystemMove();
+    if (move_) {
+        auto const pointer = event->globalPosition().toPoint();
+        auto const way = (pointer - move_->start).manhattanLength();
+        move_->hasBegun = move_->hasBegun || way >= QApplication::startDragDistance();
+        // Not by way of the window manager: it would go on moving after a button that was let go
+        // before it heard of the wish.
+        if (move_->hasBegun) move(pointer + move_->corner);
         return;
     }
     peer_->receive(MouseEvent{MouseEvent::Kind::leftDragged, pointOf(event->position()),
@@ -131,7 +133,7 @@ void NativeWindow::mouseMoveEvent(QMouseEvent* event) {
 
 void NativeWindow::mouseReleaseEvent(QMouseEvent* event) {
     if (peer_ == nullptr || event->button() != Qt::LeftButton) return;
-    moveStart_.reset();
+    move_.reset();
     peer_->receive(MouseEvent{MouseEvent::Kind::leftUp, pointOf(event->position()),
                               flagsOf(event->modifiers())});
 }

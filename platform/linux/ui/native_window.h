@@ -25,6 +25,13 @@ public:
     void detach();
 
 private:
+    /// A press on the window's background, by which it may be moved. In global pixels of Qt's.
+    struct Move {
+        QPoint start;
+        QPoint corner; // the window's, as seen from the pointer
+        bool hasBegun = false;
+    };
+
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -38,7 +45,7 @@ private:
     void handleKey(QKeyEvent const& event, bool isPress);
 
     NativePeer* peer_;
-    std::optional<QPoint> moveStart_; // where a press that may move the window happened
+    std::optional<Move> move_;
 };
 
 } // namespace trovel

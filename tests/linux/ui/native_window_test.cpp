@@ -362,6 +362,22 @@ TEST_F(NativeWindowTest, AWindowIsMovedByItsBackgroundOnly) {
     EXPECT_FALSE(world.latest->isMovedFrom({15, 15}));
 }
 
+TEST_F(NativeWindowTest, AWindowFollowsThePointerThatHoldsItsBackground) {
+    auto attributes = window->attributes();
+    attributes.isMovableByBackground = true;
+    window->setAttributes(attributes);
+    open();
+    auto const before = widget().pos();
+    mouse(QEvent::MouseButtonPress, {100, 100});
+    mouse(QEvent::MouseMove, {103, 102});
+    EXPECT_EQ(widget().pos(), before) << "a click may shake a little";
+    mouse(QEvent::MouseMove, {140, 120});
+    EXPECT_EQ(widget().pos(), before + QPoint(40, 20));
+    mouse(QEvent::MouseButtonRelease, {100, 100});
+    mouse(QEvent::MouseMove, {160, 160});
+    EXPECT_EQ(widget().pos(), before + QPoint(40, 20));
+}
+
 TEST_F(NativeWindowTest, NothingIsLeftOfAWindowThatIsGone) {
     auto const before = QApplication::allWidgets().size();
     for (int i = 0; i < 20; ++i) {
