@@ -35,7 +35,7 @@ class FirstRunTest(DesktopCase):
         self.assertEqual(desktop.preferences(), {"preferredAIApp": "Gemini"})
         permissions.click(CONTINUE)
         wait_until(lambda: not program.windows(), "the window is closed")
-        self.assertTrue(desktop.preferences()["hasCompletedOnboarding"])
+        wait_until(lambda: desktop.preferences().get("hasCompletedOnboarding"), "it is done")
         self.assertEqual(program.terminate(), 0)
 
         program = self.program(desktop, None)

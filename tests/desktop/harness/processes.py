@@ -69,3 +69,18 @@ class Processes:
             os.killpg(process.pid, number)
         except ProcessLookupError:
             pass
+
+
+def processes_of(binary, display):
+    """The numbers of the processes that run `binary` on `display`, whoever started them."""
+    found = []
+    for number in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            if os.readlink(f"/proc/{number}/exe") != os.path.realpath(binary):
+                continue
+            with open(f"/proc/{number}/environ", "rb") as environment:
+                if f"DISPLAY={display}".encode() in environment.read().split(b"\0"):
+                    found.append(int(number))
+        except OSError:  # It has ended, or is somebody else's.
+            continue
+    return found

@@ -2,6 +2,8 @@
 
 import os
 
+from Xlib import error
+
 from .driver import DOWN, RETURN, RIGHT_ARROW, UP
 from .panel import popups
 from .waiting import wait_until
@@ -34,7 +36,8 @@ class SetupWindow:
     def point(self, place):
         """The pixel of a place in points from the lower left of the content."""
         x, y, width, height = self.frame
-        return (x + place[0] * width // self.size[0], y + height - place[1] * height // self.size[1])
+        across, up = (place[0] * width // self.size[0], place[1] * height // self.size[1])
+        return (x + across, y + height - up)
 
     def click(self, place):
         self._desktop.driver.click(self.point(place))
@@ -58,8 +61,12 @@ class SetupWindow:
 
 def setup_windows(desktop, program, size):
     """The program's windows of that content size."""
-    return [SetupWindow(desktop, window, size) for window in program.alerts()
-            if desktop.observer.frame(window)[2:] == size]
+    def has_size(window):
+        try:
+            return desktop.observer.frame(window)[2:] == size
+        except error.XError:  # It was closed between two questions.
+            return False
+    return [SetupWindow(desktop, window, size) for window in program.alerts() if has_size(window)]
 
 
 def wait_for_setup_window(desktop, program, size):
