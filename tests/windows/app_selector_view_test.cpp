@@ -85,9 +85,6 @@ protected:
         }
         return names;
     }
-    Icon const& iconOf(AppCard const& card) {
-        return *static_cast<ImageView const&>(*card.subviews().front()).icon();
-    }
     std::string backgroundOf(AppCard const& card) { return textOf(card.layer()->backgroundColor); }
 
     std::shared_ptr<AppSelectorView> selector;

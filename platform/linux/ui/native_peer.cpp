@@ -31,9 +31,9 @@ using namespace std::chrono_literals;
 constexpr auto kFrameInterval = 16ms;
 
 QColor backgroundOf(WindowAttributes const& attributes) {
-    constexpr Color kUsual = WindowAttributes{}.backgroundColor;
+    auto const usual = WindowAttributes{}.backgroundColor;
     auto const window = QApplication::palette().color(QPalette::Window);
-    if (attributes.backgroundColor == kUsual) return window;
+    if (attributes.backgroundColor == usual) return window;
     auto const color = qtColor(attributes.backgroundColor);
     // Nothing shows through a window here: what is clear is the desktop's window colour.
     return color.alpha() == 0 ? window : color;

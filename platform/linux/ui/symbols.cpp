@@ -64,8 +64,6 @@ public:
         painter_.setCompositionMode(QPainter::CompositionMode_SourceOver);
     }
 
-    [[nodiscard]] double width() const { return width_; }
-
 private:
     static QPen pen(double width) {
         return {Qt::black, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};

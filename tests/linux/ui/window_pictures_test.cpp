@@ -26,8 +26,6 @@ namespace {
 /// Icons as an installation without any chat application has them.
 class SymbolsOnly final : public Icons {
 public:
-    SymbolsOnly() = default;
-    ~SymbolsOnly() = default;
     [[nodiscard]] bool hasSystemSymbol(std::string_view) const override { return true; }
     [[nodiscard]] std::optional<ApplicationIcon> iconOfRunningApplication(RunningApplication const&,
                                                                           double) const override {

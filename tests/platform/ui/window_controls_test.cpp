@@ -59,8 +59,8 @@ private:
     std::vector<std::string>& events_;
 };
 
-constexpr WindowAttributes kTitled{.contentRect = {0, 0, 200, 100},
-                                   .styleMask = kStyleTitled | kStyleClosable};
+WindowAttributes const kTitled{.contentRect = {0, 0, 200, 100},
+                               .styleMask = kStyleTitled | kStyleClosable};
 
 class WindowControlsTest : public testing::Test {
 protected:
