@@ -81,6 +81,15 @@ Window* View::window() const {
     return view->window_;
 }
 
+bool View::takesClicks() const {
+    for (View const* view = this; view != nullptr; view = view->superview_) {
+        if (view->kind() == ViewKind::button || view->clickAction_ || view->accessibility_) {
+            return true;
+        }
+    }
+    return false;
+}
+
 Point View::convertFromWindow(Point point) const {
     for (View const* view = this; view != nullptr; view = view->superview_) {
         point.x -= view->frame_.x;

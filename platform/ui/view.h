@@ -76,6 +76,10 @@ public:
     }
     [[nodiscard]] bool tracksPointer() const { return tracksPointer_; }
     [[nodiscard]] std::function<void()> const& clickAction() const { return clickAction_; }
+    /// Whether a press on the view is meant for it or one around it, and does not begin to move the
+    /// window: a button, a view with a click action, or one that a screen reader takes for a
+    /// control.
+    [[nodiscard]] bool takesClicks() const;
     [[nodiscard]] View* superview() const { return superview_; }
     /// The window whose content this view is part of; null when there is none.
     [[nodiscard]] Window* window() const;

@@ -174,6 +174,17 @@ void Window::receiveClick(View& view) {
     if (action) action();
 }
 
+void Window::receivePress(View const& view) {
+    auto const self = shared_from_this();
+    auto const corner = view.convertFromWindow({0, 0});
+    auto const bounds = view.bounds();
+    MouseEvent event{
+        MouseEvent::Kind::leftDown, {bounds.midX() - corner.x, bounds.midY() - corner.y}, 0};
+    receive(event);
+    event.kind = MouseEvent::Kind::leftUp;
+    receive(event);
+}
+
 void Window::receiveCloseRequest() {
     if ((attributes_.styleMask & kStyleClosable) != 0) close();
 }

@@ -7,6 +7,7 @@
 #include "platform/ui/button.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
+#include "platform/ui/window.h"
 
 #include <QAccessibleWidget>
 #include <QGuiApplication>
@@ -180,7 +181,7 @@ QStringList AccessibleView::actionNames() const {
 void AccessibleView::doAction(QString const& name) {
     auto const view = view_.lock();
     if (name != pressAction() || !view) return;
-    peer_.clickMiddleOf(*view);
+    peer_.window().receivePress(*view);
 }
 
 QStringList AccessibleView::keyBindingsForAction(QString const& /*name*/) const {

@@ -39,10 +39,6 @@ QColor backgroundOf(WindowAttributes const& attributes) {
     return color.alpha() == 0 ? window : color;
 }
 
-bool takesClicks(View const& view) {
-    return view.kind() == ViewKind::button || view.clickAction() || view.accessibility();
-}
-
 void appendTracking(View& view, Point point, std::vector<std::weak_ptr<View>>& found) {
     if (view.isHidden()) return;
     auto const& frame = view.frame();
@@ -327,17 +323,6 @@ void NativePeer::receive(MouseEvent const& event) {
     window->receive(event);
 }
 
-void NativePeer::clickMiddleOf(View const& view) {
-    auto const window = window_.shared_from_this();
-    auto const& bounds = view.bounds();
-    auto const corner = view.convertFromWindow({0, 0});
-    MouseEvent event{
-        MouseEvent::Kind::leftDown, {bounds.midX() - corner.x, bounds.midY() - corner.y}, 0};
-    window->receive(event);
-    event.kind = MouseEvent::Kind::leftUp;
-    window->receive(event);
-}
-
 void NativePeer::receive(KeyEvent const& event) {
     auto const window = window_.shared_from_this();
     if (event.kind == KeyEvent::Kind::keyDown && services_.monitors.swallows(event)) return;
@@ -356,10 +341,8 @@ EventFlags NativePeer::flagsOf(std::uint32_t state) const {
 bool NativePeer::isMovedFrom(Point point) const {
     auto const& content = window_.contentView();
     if (!window_.attributes().isMovableByBackground || !content) return false;
-    for (View const* view = content->hitTest(point); view != nullptr; view = view->superview()) {
-        if (takesClicks(*view)) return false;
-    }
-    return true;
+    auto const* const hit = content->hitTest(point);
+    return hit == nullptr || !hit->takesClicks();
 }
 
 std::vector<View*> NativePeer::spokenViews() const {

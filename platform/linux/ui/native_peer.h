@@ -79,8 +79,6 @@ public:
     void receive(MouseEvent const& event);
     void receive(KeyEvent const& event);
     void receiveCloseRequest();
-    /// Does what a press and a release in the middle of that view do.
-    void clickMiddleOf(View const& view);
 
     /// The flags of an X event that came with that state.
     [[nodiscard]] EventFlags flagsOf(std::uint32_t state) const;

@@ -19,11 +19,7 @@ void sendPointer(bool isInside, std::weak_ptr<View> const& mirrored);
 /// A button was clicked.
 void sendClick(std::weak_ptr<View> const& mirrored);
 
-/// A press and a release in the middle of the view.
+/// A screen reader pressed the view.
 void sendPress(std::weak_ptr<View> const& mirrored);
-
-/// Whether a press on the view is meant for it or for one around it, and does not begin to move the
-/// window.
-[[nodiscard]] bool takesClicks(View const& view);
 
 } // namespace trovel

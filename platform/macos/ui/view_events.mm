@@ -5,43 +5,30 @@
 
 namespace trovel {
 
-void sendMouse(MouseEvent const& event, std::weak_ptr<View> const& mirrored) {
+namespace {
+
+template <class Send> void toTree(std::weak_ptr<View> const& mirrored, Send const& send) {
     auto const view = mirrored.lock();
     auto* const window = view ? view->window() : nullptr;
-    if (window != nullptr) enter([&] { window->receive(event); });
+    if (window != nullptr) enter([&] { send(*window, *view); });
+}
+
+} // namespace
+
+void sendMouse(MouseEvent const& event, std::weak_ptr<View> const& mirrored) {
+    toTree(mirrored, [&](Window& window, View&) { window.receive(event); });
 }
 
 void sendPointer(bool isInside, std::weak_ptr<View> const& mirrored) {
-    auto const view = mirrored.lock();
-    auto* const window = view ? view->window() : nullptr;
-    if (window != nullptr) enter([&] { window->receivePointer(*view, isInside); });
+    toTree(mirrored, [&](Window& window, View& view) { window.receivePointer(view, isInside); });
 }
 
 void sendClick(std::weak_ptr<View> const& mirrored) {
-    auto const view = mirrored.lock();
-    auto* const window = view ? view->window() : nullptr;
-    if (window != nullptr) enter([&] { window->receiveClick(*view); });
+    toTree(mirrored, [](Window& window, View& view) { window.receiveClick(view); });
 }
 
 void sendPress(std::weak_ptr<View> const& mirrored) {
-    auto const view = mirrored.lock();
-    if (!view) return;
-    auto const corner = view->convertFromWindow({0, 0});
-    auto const bounds = view->bounds();
-    MouseEvent event{
-        MouseEvent::Kind::leftDown, {bounds.midX() - corner.x, bounds.midY() - corner.y}, 0};
-    sendMouse(event, view);
-    event.kind = MouseEvent::Kind::leftUp;
-    sendMouse(event, view);
-}
-
-bool takesClicks(View const& view) {
-    for (View const* each = &view; each != nullptr; each = each->superview()) {
-        if (each->kind() == ViewKind::button || each->clickAction() || each->accessibility()) {
-            return true;
-        }
-    }
-    return false;
+    toTree(mirrored, [](Window& window, View& view) { window.receivePress(view); });
 }
 
 } // namespace trovel

@@ -132,7 +132,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
 
 - (BOOL)mouseDownCanMoveWindow {
     auto const view = view_.lock();
-    return [super mouseDownCanMoveWindow] && !(view && trovel::takesClicks(*view));
+    return [super mouseDownCanMoveWindow] && !(view && view->takesClicks());
 }
 
 - (BOOL)acceptsFirstMouse:(nullable NSEvent*)event {

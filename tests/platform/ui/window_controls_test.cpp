@@ -116,6 +116,37 @@ TEST_F(WindowControlsTest, TheMirrorIsMadeWhenTheWindowIsFirstShownAndToldOfEver
     EXPECT_THAT(host.told, ElementsAre("window"));
 }
 
+TEST_F(WindowControlsTest, AScreenReadersPressIsAClickInTheMiddle) {
+    auto const group = std::make_shared<View>(Rect{50, 20, 100, 60});
+    auto const target = std::make_shared<View>(Rect{10, 10, 20, 20});
+    auto const noting = std::make_shared<NotingView>(Rect{40, 10, 20, 20}, events);
+    target->setClickAction([this] { ++clicks; });
+    group->addSubview(target);
+    group->addSubview(noting);
+    content->addSubview(group);
+    window->receivePress(*target);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_THAT(events, IsEmpty());
+    window->receivePress(*noting);
+    EXPECT_THAT(events, ElementsAre("down", "up"));
+}
+
+TEST_F(WindowControlsTest, AViewTakesClicksThatAreMeantForItOrForOneAroundIt) {
+    auto const card = std::make_shared<View>(Rect{50, 20, 100, 60});
+    auto const label = std::make_shared<Label>(Rect{0, 0, 10, 10}, "text", Label::Look{});
+    card->addSubview(label);
+    content->addSubview(card);
+    EXPECT_FALSE(label->takesClicks());
+    card->setAccessibility({});
+    EXPECT_TRUE(card->takesClicks());
+    EXPECT_TRUE(label->takesClicks());
+    EXPECT_FALSE(content->takesClicks());
+    EXPECT_TRUE(addButton({0, 0, 10, 10})->takesClicks());
+    auto const tile = std::make_shared<View>(Rect{0, 0, 10, 10});
+    tile->setClickAction([] {});
+    EXPECT_TRUE(tile->takesClicks());
+}
+
 TEST_F(WindowControlsTest, TheMirrorIsNotToldOfWhatStaysAsItIs) {
     auto const label = std::make_shared<Label>(Rect{0, 0, 10, 10}, "text", Label::Look{});
     content->addSubview(label);
