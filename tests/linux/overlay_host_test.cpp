@@ -292,6 +292,14 @@ TEST_F(OverlayHostTest, TheDesktopIsFreeAsSoonAsTheWindowsAreGone) {
     EXPECT_EQ(desktop_.overlays.snapshot(), nullptr);
 }
 
+TEST_F(OverlayHostTest, WindowsMayEndWhileTheyAreShown) {
+    show();
+    ASSERT_TRUE(windows_.front()->isKeyWindow());
+    windows_.clear();
+    desktop_.settle();
+    EXPECT_TRUE(isInputFree());
+}
+
 TEST_F(OverlayHostTest, ASessionWithoutWindowsLeavesNothingBehind) {
     desktop_.capturer.sessionWillBegin();
     desktop_.capturer.sessionDidEnd();

@@ -18,8 +18,9 @@ OverlayPeer::OverlayPeer(OverlayHost& host, Window& window) : host_(host), windo
 }
 
 OverlayPeer::~OverlayPeer() {
-    orderOut();
+    // First, because a window that ends is not told that it is no longer key.
     host_.detach(*this);
+    orderOut();
 }
 
 void OverlayPeer::windowDidChange() {
