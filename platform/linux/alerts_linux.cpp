@@ -3,8 +3,10 @@
 #include "platform/linux/appearance_linux.h"
 #include "platform/linux/ui/own_icon.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QFont>
 #include <QLabel>
 #include <QPaintEvent>
 #include <QPixmap>
@@ -40,13 +42,15 @@ private:
     AlertsLinux::WindowActivator onFirstPaint_;
 };
 
-QLabel* plainLabel(QString const& text) {
+QLabel* plainLabel(QString const& text, QFont const& font) {
     constexpr int kWidth = 340;
     auto* const label = new QLabel;
     label->setTextFormat(Qt::PlainText);
     label->setText(text);
+    label->setFont(font);
     label->setWordWrap(true);
-    label->setFixedWidth(kWidth);
+    // A layout of fixed size guesses how high the lines will be, and cuts off some of them.
+    label->setFixedSize(kWidth, label->heightForWidth(kWidth));
     return label;
 }
 
@@ -66,11 +70,9 @@ QLayout* heading(QString const& text, QPixmap const& picture) {
         sign->setPixmap(picture);
         row->addWidget(sign);
     }
-    auto* const label = plainLabel(text);
-    auto font = label->font();
+    auto font = QApplication::font("QLabel");
     font.setBold(true);
-    label->setFont(font);
-    row->addWidget(label);
+    row->addWidget(plainLabel(text, font));
     return row;
 }
 
@@ -159,7 +161,8 @@ std::unique_ptr<QDialog> AlertsLinux::makeDialog(Alert const& alert) {
     content->setSpacing(kSpacing);
     content->setSizeConstraint(QLayout::SetFixedSize);
     content->addLayout(heading(message, signOf(alert, *dialog->style())));
-    content->addWidget(plainLabel(QString::fromStdString(alertParagraphs(alert.informativeText))));
+    content->addWidget(plainLabel(QString::fromStdString(alertParagraphs(alert.informativeText)),
+                                  QApplication::font("QLabel")));
     content->addWidget(buttons);
     return dialog;
 }

@@ -134,6 +134,26 @@ TEST_F(ApplicationLinuxTest, AnAlertThatIsOnTheScreenAsksForTheKeyboard) {
     EXPECT_NE(activated_, 0U);
 }
 
+TEST_F(ApplicationLinuxTest, AnAlertIsLargeEnoughForAllOfItsLines) {
+    int labels = 0;
+    run([this, &labels] {
+        queue_.after(20ms, [this, &labels] {
+            for (auto const* label : QApplication::activeModalWidget()->findChildren<QLabel*>()) {
+                EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+                ++labels;
+            }
+            application_.terminate();
+        });
+        AlertsLinux alerts(*connection_, [](std::uint32_t) {});
+        std::string const words(300, 'w');
+        alerts.runModal({"A title " + words,
+                         "One\n\nTwo " + words + "\n\nThree",
+                         AlertStyle::informational,
+                         {"OK"}});
+    });
+    EXPECT_EQ(labels, 2);
+}
+
 TEST_F(ApplicationLinuxTest, AnAlertShowsItsTextsAsTheyAre) {
     std::vector<std::string> texts;
     run([this, &texts] {
