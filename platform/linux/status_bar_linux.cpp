@@ -111,9 +111,11 @@ private:
     void showIcon() {
         icon_ = std::make_unique<QSystemTrayIcon>(trayIcon(image_));
         icon_->setToolTip(QStringLiteral("Trovel"));
+        // Somebody quick closes the menu and clicks again within the time of a double click.
         QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),
                          [this](QSystemTrayIcon::ActivationReason reason) {
                              if (reason == QSystemTrayIcon::Trigger ||
+                                 reason == QSystemTrayIcon::DoubleClick ||
                                  reason == QSystemTrayIcon::Context) {
                                  popUpMenu();
                              }
