@@ -4,11 +4,16 @@ import os
 import shutil
 import time
 
+from PIL import Image
+
 from harness import pattern
-from harness.case import DesktopCase
+from harness.case import DesktopCase, save_picture
 from harness.driver import ESCAPE, LEFT, RIGHT
+from harness.menu import StatusMenu
 from harness.panel import NotifierHost, SystemTray, popups
+from harness.program import write_preferences
 from harness.waiting import stays_true, wait_until
+from harness.x_server import Monitor
 
 # The menu's rows by their place, each with the separators above it.
 TROVEL, AUTO_SEND, ABOUT, QUIT = (0, 0), (5, 1), (10, 2), (11, 3)
@@ -18,10 +23,6 @@ QUIET = 0.5
 
 
 class MenuTest(DesktopCase):
-    def open_menu(self, desktop, icon, button=LEFT):
-        desktop.driver.click(icon, button)
-        return self.wait_for_menu(desktop)
-
     def wait_for_menu(self, desktop):
         return wait_until(lambda: popups(desktop), "the menu is open")[0]
 
@@ -43,32 +44,22 @@ class MenuTest(DesktopCase):
         desktop.driver.press(ESCAPE)
         self.wait_for_no_menu(desktop)
 
-    def preferences(self, desktop):
-        with open(desktop.preferences_path, encoding="utf-8") as file:
-            return file.read()
-
     def has_auto_send(self, desktop):
-        return "autoSendEnabled=true" in self.preferences(desktop)
-
-    def mark_of(self, desktop, menu, place):
-        """The pixels in front of a row's title, which is not under the pointer."""
-        desktop.driver.move((menu[0] + menu[2] + 50, menu[1] + menu[3] + 50))
-        time.sleep(QUIET)
-        x, y = menu[0] + 3, self.row(menu, place)[1] - 8
-        return desktop.observer.screenshot((x, y, 20, 16)).tobytes()
+        return desktop.preferences().get("autoSendEnabled", False)
 
     def start_trayer(self, desktop):
         tray = SystemTray(desktop)
-        return tray, tray.wait_for_icon()
+        tray.wait_for_icon()
+        return tray
 
     # The System Tray protocol
 
     def test_left_and_right_clicks_open_the_menu_in_a_system_tray(self):
         desktop = self.desktop()
         self.program(desktop)
-        _, icon = self.start_trayer(desktop)
+        tray = self.start_trayer(desktop)
         for button, expected in ((LEFT, True), (RIGHT, False)):
-            menu = self.open_menu(desktop, icon, button)
+            menu = tray.open_menu(button)
             self.choose(desktop, menu, AUTO_SEND)
             self.wait_for_no_menu(desktop)
             wait_until(lambda: self.has_auto_send(desktop) == expected, "auto send is toggled")
@@ -77,10 +68,10 @@ class MenuTest(DesktopCase):
     def test_the_icon_comes_back_with_the_system_tray(self):
         desktop = self.desktop()
         self.program(desktop)
-        tray, _ = self.start_trayer(desktop)
+        tray = self.start_trayer(desktop)
         tray.close()
-        _, icon = self.start_trayer(desktop)
-        self.open_menu(desktop, icon)
+        tray = self.start_trayer(desktop)
+        tray.open_menu()
         self.close_menu(desktop)
 
     def assert_menu_not_in_picture(self, compositor):
@@ -88,8 +79,8 @@ class MenuTest(DesktopCase):
         picture = pattern.unique_pixels(*desktop.size)
         desktop.paint(picture)
         program = self.program(desktop)
-        _, icon = self.start_trayer(desktop)
-        menu = self.open_menu(desktop, icon)
+        tray = self.start_trayer(desktop)
+        menu = tray.open_menu()
         desktop.clear_clipboard()
         self.choose(desktop, menu, TROVEL)
         wait_until(lambda: [each for each in program.overlays() if each[2] == desktop.size[0]],
@@ -109,45 +100,45 @@ class MenuTest(DesktopCase):
     def test_nor_does_it_under_a_compositor(self):
         self.assert_menu_not_in_picture("picom")
 
+    def test_it_opens_beside_its_icon_and_looks_so(self):
+        desktop = self.desktop(monitors=[Monitor("main", 0, 0, 1280, 720, 1.5, primary=True)])
+        desktop.paint(Image.new("RGB", desktop.size, (88, 112, 140)))
+        self.program(desktop, {"preferredAIApp": "Claude", "autoSendEnabled": True,
+                               "terminalModeEnabled": True, "terminalModeTarget": 1})
+        menu = StatusMenu(desktop, self.start_trayer(desktop))
+        submenu = menu.enter("Terminal Mode")
+        left, bottom = submenu[0] - 40, max(y + height for _, y, _, height in popups(desktop)) + 40
+        width, _ = desktop.size
+        save_picture(desktop.observer.settled((left, 0, width - left, bottom)), "menu")
+        menu.close()
+
     # The StatusNotifierItem protocol
 
     def test_a_panel_that_shows_the_menu_itself_never_shows_an_old_checkmark(self):
         desktop = self.desktop(with_bus=True)
         self.program(desktop)
-        panel = NotifierHost(desktop)
-        icon = panel.wait_for_icon()
-        marks = []
-        for expected in (True, False, True):
-            menu = self.open_menu(desktop, icon, RIGHT)
-            marks.append(self.mark_of(desktop, menu, AUTO_SEND))
-            self.choose(desktop, menu, AUTO_SEND)
-            self.wait_for_no_menu(desktop)
-            wait_until(lambda: self.has_auto_send(desktop) == expected, "auto send is toggled")
-            time.sleep(QUIET)
-        _, checked, unchecked = marks
+        menu = StatusMenu(desktop, NotifierHost(desktop), RIGHT)
+        unchecked = menu.marks()["Auto Send"]
+        menu.choose("Auto Send")
+        wait_until(lambda: self.has_auto_send(desktop), "auto send is toggled")
+        checked = menu.marks()["Auto Send"]
         self.assertNotEqual(checked, unchecked)
-        menu = self.open_menu(desktop, icon, RIGHT)
-        self.assertEqual(self.mark_of(desktop, menu, AUTO_SEND), checked)
-        self.close_menu(desktop)
         # Somebody else changes it: the first look must be right.
-        text = self.preferences(desktop).replace("autoSendEnabled=true", "autoSendEnabled=false")
-        with open(desktop.preferences_path + ".new", "w", encoding="utf-8") as file:
-            file.write(text)
-        shutil.move(desktop.preferences_path + ".new", desktop.preferences_path)
-        time.sleep(QUIET)
-        menu = self.open_menu(desktop, icon, RIGHT)
-        self.assertEqual(self.mark_of(desktop, menu, AUTO_SEND), unchecked)
-        self.close_menu(desktop)
+        for expected in (False, True):
+            write_preferences(desktop.preferences_path + ".new", {"autoSendEnabled": expected})
+            shutil.move(desktop.preferences_path + ".new", desktop.preferences_path)
+            time.sleep(QUIET)
+            self.assertEqual(menu.marks()["Auto Send"] == checked, expected)
 
     def test_a_left_click_opens_the_menu_there_too_and_the_icon_survives_a_restart(self):
         desktop = self.desktop(with_bus=True)
         self.program(desktop)
         panel = NotifierHost(desktop)
-        self.open_menu(desktop, panel.wait_for_icon())
+        panel.open_menu()
         self.close_menu(desktop)
         panel.close()
         panel = NotifierHost(desktop)
-        menu = self.open_menu(desktop, panel.wait_for_icon())
+        menu = panel.open_menu()
         self.choose(desktop, menu, AUTO_SEND)
         wait_until(lambda: self.has_auto_send(desktop), "auto send is toggled")
 

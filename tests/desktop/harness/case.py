@@ -3,6 +3,8 @@
 import os
 import unittest
 
+from PIL import Image
+
 from .desktop import Desktop
 from .waiting import wait_until
 
@@ -62,14 +64,7 @@ class DesktopCase(unittest.TestCase):
 
     def settled_screenshot(self, desktop, rectangle):
         """What is on the screen once everything has been drawn."""
-        pictures = [None, desktop.observer.screenshot(rectangle)]
-
-        def has_settled():
-            pictures.append(desktop.observer.screenshot(rectangle))
-            return len({picture.tobytes() for picture in pictures[-8:] if picture}) == 1 \
-                and len(pictures) > 8
-        wait_until(has_settled, "the screen has settled")
-        return pictures[-1]
+        return desktop.observer.settled(rectangle)
 
     def assert_at_rest(self, desktop, program=None):
         """Nothing is held, grabbed or covered any more."""
@@ -102,3 +97,11 @@ def save_picture(picture, name):
         path = os.path.join(folder, name + ".png")
         os.makedirs(os.path.dirname(path), exist_ok=True)
         picture.save(path)
+
+
+def stacked(upper, lower, gap=12):
+    """Two pictures of one width as one, with a white strip between them."""
+    picture = Image.new("RGB", (upper.width, upper.height + gap + lower.height), "white")
+    picture.paste(upper, (0, 0))
+    picture.paste(lower, (0, upper.height + gap))
+    return picture

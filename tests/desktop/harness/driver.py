@@ -2,7 +2,7 @@
 
 CONTROL, SHIFT, SUPER, ALT = 37, 50, 133, 64
 KEY_2, KEY_V, ESCAPE, RETURN, CAPS_LOCK, NUM_LOCK = 11, 55, 9, 36, 66, 77
-UP, DOWN, RIGHT_ARROW = 111, 116, 114
+UP, DOWN, RIGHT_ARROW, INSERT = 111, 116, 114, 118
 LEFT, RIGHT = 1, 3
 HOTKEY = (CONTROL, SHIFT, KEY_2)
 
@@ -16,6 +16,13 @@ class Driver:
     def press(self, *keycodes):
         """Presses keys in order and lets go of them in reverse."""
         self._do(*self._words("keydown", keycodes), *self._words("keyup", keycodes[::-1]))
+
+    def tap(self, *keycodes):
+        """Presses and releases one key after the other."""
+        words = [word for keycode in keycodes for verb in ("keydown", "keyup")
+                 for word in self._words(verb, (keycode,))]
+        if words:
+            self._do(*words)
 
     def press_hotkey(self):
         self.press(*HOTKEY)

@@ -4,6 +4,8 @@ from PIL import Image
 from Xlib import X, display as xdisplay, error
 from Xlib.protocol import event
 
+from .waiting import wait_until
+
 BUTTONS = X.Button1Mask | X.Button2Mask | X.Button3Mask | X.Button4Mask | X.Button5Mask
 _ROWS_A_REQUEST = 256
 _ADD_STATE, _FROM_A_PAGER = 1, 2
@@ -35,6 +37,16 @@ class Observer:
             strip = Image.frombytes("RGB", (width, rows), reply.data, "raw", "BGRX")
             picture.paste(strip, (0, top))
         return picture
+
+    def settled(self, rectangle):
+        """The pixels of `rectangle` as soon as they have stopped changing for a moment."""
+        seen = []
+
+        def is_settled():
+            seen.append(self.screenshot(rectangle))
+            return len(seen) > 8 and len({each.tobytes() for each in seen[-8:]}) == 1
+        wait_until(is_settled, "the screen has come to rest")
+        return seen[-1]
 
     def cursor(self):
         """A value that tells the cursor now on the screen from others: its serial and picture."""
@@ -78,6 +90,10 @@ class Observer:
     def activate(self, window):
         """Brings `window` to the front as a task bar would."""
         self._ask_manager(window, "_NET_ACTIVE_WINDOW", [_FROM_A_PAGER, X.CurrentTime, 0, 0, 0])
+
+    def close_window(self, window):
+        """Closes `window` as its frame's button would."""
+        self._ask_manager(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, _FROM_A_PAGER, 0, 0, 0])
 
     def fill_screen(self, window):
         """Makes `window` a full-screen one, as its own menu would."""

@@ -4,8 +4,10 @@ import os
 
 from Xlib import X, error
 
-from .waiting import wait_until
+from .driver import LEFT
+from .waiting import stays_true, wait_until
 
+_TRAY_HEIGHT = 32
 _XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
@@ -32,7 +34,7 @@ class SystemTray:
         self._desktop = desktop
         self._process = desktop.processes.start(
             "trayer", "trayer", "--edge", "top", "--align", "right", "--widthtype", "pixel",
-            "--width", "200", "--height", "32")
+            "--width", "200", "--height", _TRAY_HEIGHT)
         wait_until(lambda: desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"), "the tray", 10)
 
     def close(self):
@@ -44,6 +46,14 @@ class SystemTray:
         """The middle of the icon that was put into the tray."""
         return wait_until(self._icon, "the icon is in the tray", 10)
 
+    def wait_for_no_icon(self):
+        wait_until(lambda: not self._icon(), "the icon is gone")
+
+    def open_menu(self, button=LEFT):
+        """Clicks on the icon; returns the rectangle of the menu that opens."""
+        self._desktop.driver.click(self.wait_for_icon(), button)
+        return wait_until(lambda: popups(self._desktop), "the menu is open")[0]
+
     def _icon(self):
         observer = self._desktop.observer
         for window in _descendants(observer.root):
@@ -52,7 +62,8 @@ class SystemTray:
                     continue
                 geometry = window.get_geometry()
                 at = window.translate_coords(observer.root, 0, 0)
-                if window.get_attributes().map_state == X.IsViewable and geometry.width > 8:
+                is_in_panel = -at.y < _TRAY_HEIGHT and geometry.width > 8
+                if is_in_panel and window.get_attributes().map_state == X.IsViewable:
                     return (-at.x + geometry.width // 2, -at.y + geometry.height // 2)
             except error.XError:
                 continue
@@ -82,6 +93,18 @@ class NotifierHost:
         """The middle of the icon, which is the only dark thing in the panel."""
         wait_until(self._has_icon, "the icon is in the panel", 15)
         return (12, 16)
+
+    def wait_for_no_icon(self):
+        wait_until(lambda: not self._has_icon(), "the icon is gone")
+
+    def open_menu(self, button=LEFT):
+        """Clicks on the icon; returns the rectangle of the menu that opens. The panel forgets a
+        click as long as it has not fetched the menu of a new icon, so there may be a second."""
+        for patience in (0.5, 5):
+            self._desktop.driver.click(self.wait_for_icon(), button)
+            if not stays_true(lambda: not popups(self._desktop), patience):
+                return popups(self._desktop)[0]
+        raise AssertionError("the menu does not open")
 
     def _has_icon(self):
         picture = self._desktop.observer.screenshot((0, 0, 24, 32)).convert("L")

@@ -30,14 +30,15 @@ def _text(value):
 
 
 class Program:
-    """One run of the program, from its start to its end."""
+    """One run of the program, from its start to its end. A `wrapper` is a command that becomes the
+    program which its last words name."""
 
-    def __init__(self, desktop, preferences=None, environment=None, wait=True):
+    def __init__(self, desktop, preferences=None, environment=None, wait=True, wrapper=()):
         self._desktop = desktop
         if preferences is not None:
             write_preferences(desktop.preferences_path, {**DEFAULTS, **preferences})
         self.process = desktop.processes.start(
-            "trovel", os.environ["TROVEL_BINARY"],
+            "trovel", *wrapper, os.environ["TROVEL_BINARY"],
             env={**desktop.processes.environment, **(environment or {})})
         self.pid = self.process.pid
         if wait:
