@@ -1,7 +1,9 @@
 #!/usr/bin/python3
-"""measure.py TROVEL PROBE [--runs N] [--sections a,b] [--out FILE]
+"""measure.py TROVEL PROBE YARDSTICK [--runs N] [--sections a,b] [--out FILE]
 
 Measures Trovel on a private X display, side by side with peers, and writes one Markdown table.
+The yardstick has a column of its own: it is no peer, but the least that such a program must do on
+this machine, which the other figures follow.
 Runs of the programs are interleaved, a warm-up round is thrown away, cells are medians."""
 import argparse
 import json
@@ -10,7 +12,7 @@ import sys
 import time
 
 import display
-from peers import peers
+from peers import peers, yardstick
 
 HOTKEY = "key:Ctrl+Shift+2"
 HANDOVER_MS = 300  # the program's own fixed delay between a result and its delivery
@@ -31,14 +33,16 @@ def cell(value, unit=""):
 class Bench:
     def __init__(self, options):
         self.options = options
+        self.least = yardstick(options.yardstick)
         self.rows = []
 
-    def row(self, step, reach, trovel, others):
+    def row(self, step, reach, trovel, others, least=None):
         best = min(((v, n) for n, v in others.items() if v is not None), default=None)
         peer = f"{cell(best[0])} ({best[1]})" if best else "-"
         everyone = ", ".join(f"{n} {cell(v)}" for n, v in others.items()) or "-"
-        self.rows.append((step, cell(trovel), reach, peer, everyone))
-        print(f"{step}: {cell(trovel)}  (reach {reach}; {everyone})", flush=True)
+        self.rows.append((step, cell(trovel), cell(least), reach, peer, everyone))
+        print(f"{step}: {cell(trovel)}  (yardstick {cell(least)}; reach {reach}; {everyone})",
+              flush=True)
 
     def start_trovel(self, screen):
         process = screen.spawn("trovel", [self.options.trovel])
@@ -62,15 +66,17 @@ class Bench:
         for compositor, reach in (("none", "≤ 15"), ("picom", "≤ 28")):
             with self.screen(compositor) as screen:
                 first, later = self.overlay_times(screen, self.start_trovel, HOTKEY)
+                least_first, least = self.overlay_times(screen, self.least.start,
+                                                        self.least.trigger)
                 others = {}
                 firsts = {}
                 for peer in peers(screen):
                     firsts[peer.name], others[peer.name] = self.overlay_times(
                         screen, peer.start, peer.trigger, peer.ready)
                 suffix = "no compositor" if compositor == "none" else "picom"
-                self.row(f"hotkey to overlay painted, {suffix}, ms", reach, later, others)
+                self.row(f"hotkey to overlay painted, {suffix}, ms", reach, later, others, least)
                 if compositor == "none":
-                    self.row("first overlay after start, ms", "≤ 30", first, firsts)
+                    self.row("first overlay after start, ms", "≤ 30", first, firsts, least_first)
 
     def overlay_times(self, screen, start, trigger, ready="painted"):
         """Medians of the first trigger of a process and of the later ones."""
@@ -91,30 +97,32 @@ class Bench:
 
     def drag(self):
         small = "600,300,1800,1100,200,1000"
+        least = self.least
         with self.screen() as screen:
             whole = f"0,0,{screen.width - 1},{screen.height - 1},200,1000"
             mine = self.drag_runs(screen, self.start_trovel, HOTKEY, small, True)
             mine_whole = self.drag_runs(screen, self.start_trovel, HOTKEY, whole, True)
+            yard = self.drag_runs(screen, least.start, least.trigger, small, True)
+            yard_whole = self.drag_runs(screen, least.start, least.trigger, whole, True)
             theirs = {p.name: self.drag_runs(screen, p.start, p.trigger, small, p.copies, p.ready,
                                              p.confirm)
                       for p in peers(screen)}
 
-        def others(key):
-            return {name: answers.get(key) for name, answers in theirs.items()}
-        self.row("200 motions: program's CPU, ms", "≤ 25", mine.get("drag_cpu_tool"),
-                 others("drag_cpu_tool"))
-        self.row("200 motions to the whole screen: program's CPU, ms", "≤ 25",
-                 mine_whole.get("drag_cpu_tool"), {})
-        self.row("200 motions: X server's CPU, ms", "≤ 25", mine.get("drag_cpu_x"),
-                 others("drag_cpu_x"))
-        self.row("200 motions to the whole screen: X server's CPU, ms", "≤ 25",
-                 mine_whole.get("drag_cpu_x"), {})
-        self.row("motion to damage, median, ms", "≤ 0.4", mine.get("drag_lag_median"),
-                 others("drag_lag_median"))
+        for key, step, reach in (
+                ("drag_cpu_tool", "200 motions{}: program's CPU, ms", "≤ 25"),
+                ("drag_cpu_x", "200 motions{}: X server's CPU, ms", "≤ 25"),
+                ("drag_lag_median", "motion to damage{}, median, ms", "≤ 0.4")):
+            self.row(step.format(""), reach, mine.get(key),
+                     {name: answers.get(key) for name, answers in theirs.items()}, yard.get(key))
+            self.row(step.format(" to the whole screen"), reach, mine_whole.get(key), {},
+                     yard_whole.get(key))
+        # The yardstick delivers at once.
         self.row("release to PNG received less 300 ms, 1200 × 800, ms", "≤ 16",
-                 less_handover(mine.get("received")), others("received"))
+                 less_handover(mine.get("received")),
+                 {name: answers.get("received") for name, answers in theirs.items()},
+                 yard.get("received"))
         self.row("release to PNG received less 300 ms, whole screen, ms", "≤ 60",
-                 less_handover(mine_whole.get("received")), {})
+                 less_handover(mine_whole.get("received")), {}, yard_whole.get("received"))
 
     def drag_runs(self, screen, start, trigger, path, copies, ready="painted", confirm=""):
         answers = []
@@ -200,8 +208,8 @@ class Bench:
         return display.Display(width, height, compositor)
 
     def write(self):
-        lines = ["| step | Trovel | reach | best peer | all peers |",
-                 "|---|---:|---:|---:|---|"]
+        lines = ["| step | Trovel | yardstick | reach | best peer | all peers |",
+                 "|---|---:|---:|---:|---:|---|"]
         lines += ["| " + " | ".join(row) + " |" for row in self.rows]
         with open(self.options.out, "w", encoding="utf-8") as file:
             file.write("\n".join(lines) + "\n")
@@ -215,6 +223,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("trovel")
     parser.add_argument("probe")
+    parser.add_argument("yardstick")
     parser.add_argument("--runs", type=int, default=7)
     parser.add_argument("--captures", type=int, default=1000)
     parser.add_argument("--size", default="3840x2160")

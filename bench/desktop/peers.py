@@ -1,5 +1,6 @@
 """Other screenshot programs, and how each is started, triggered and confirmed."""
 import dataclasses
+import os
 import shutil
 import time
 from typing import Callable
@@ -19,7 +20,7 @@ class Peer:
 
 def resident(command, seconds):
     def start(display):
-        process = display.spawn(command[0], command)
+        process = display.spawn(os.path.basename(command[0]), command)
         time.sleep(seconds)
         return process
     return start
@@ -38,6 +39,11 @@ def always(what):
 
 def none(display):
     return None
+
+
+def yardstick(program):
+    """The least that a resident program must do: what this machine's server costs anyone."""
+    return Peer("yardstick", resident([program], 0.5), always("key:Ctrl+Alt+c"), copies=True)
 
 
 def peers(display):
