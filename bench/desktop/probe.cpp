@@ -526,8 +526,9 @@ private:
             run(begin + drag.ms * i / drag.motions - nowMs());
             display_.motion(drag.x0 + (drag.x1 - drag.x0) * i / drag.motions,
                             drag.y0 + (drag.y1 - drag.y0) * i / drag.motions);
-            display_.flush();
+            // Taken before the server is told: it may push this process aside to paint.
             times.push_back(nowMs());
+            display_.flush();
         }
         return times;
     }
