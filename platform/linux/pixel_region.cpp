@@ -16,8 +16,11 @@ PixelRect intersection(PixelRect const& a, PixelRect const& b) {
 
 void PixelRegion::add(PixelRect const& rect) {
     if (rect.isEmpty()) return;
-    subtract(rect);
-    rects_.push_back(rect);
+    PixelRegion fresh;
+    fresh.rects_.push_back(rect);
+    // What is here already stays as it is: cutting it up anew would only make more pieces.
+    fresh.subtract(*this);
+    rects_.insert(rects_.end(), fresh.rects_.begin(), fresh.rects_.end());
 }
 
 void PixelRegion::add(PixelRegion const& other) {

@@ -88,6 +88,16 @@ TEST(PixelRegionTest, CombinesRegionsLikeSetsOfPixels) {
     }
 }
 
+TEST(PixelRegionTest, WhatItHasAlreadyIsNotCutUp) {
+    PixelRect const box{2, 2, 12, 8};
+    PixelRegion region(box);
+    region.add(PixelRect{4, 4, 3, 2});
+    region.add(box);
+    EXPECT_THAT(region.rects(), testing::ElementsAre(box));
+    region.add(PixelRect{10, 4, 8, 2});
+    EXPECT_THAT(region.rects(), testing::ElementsAre(box, PixelRect{14, 4, 4, 2}));
+}
+
 TEST(PixelRegionTest, AnEmptyRectangleAddsNothing) {
     PixelRegion region;
     region.add(PixelRect{3, 3, 0, 5});
