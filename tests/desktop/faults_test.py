@@ -8,6 +8,7 @@ from Xlib import X
 from harness.case import DesktopCase, chat_window
 from harness.driver import ESCAPE, HOTKEY, KEY_2, RIGHT
 from harness.observer import Observer
+from harness.panel import popups
 from harness.program import HOTKEY_MODIFIERS
 from harness.waiting import stays_true, wait_until
 from harness.x_server import Monitor
@@ -106,12 +107,15 @@ class SurroundingsTest(DesktopCase):
 
 
 class SecondStartTest(DesktopCase):
-    def test_a_second_start_ends_quietly_and_the_first_goes_on(self):
+    def test_a_second_start_opens_the_firsts_menu_and_ends_quietly(self):
         desktop = self.desktop()
         program = self.program(desktop)
         second = desktop.start_program(wait=False)
         self.assertEqual(second.wait(5), 0)
         self.assertEqual(second.messages(), "")
+        wait_until(lambda: popups(desktop), "the menu is open")
+        desktop.driver.press(ESCAPE)
+        wait_until(lambda: not popups(desktop), "the menu is gone")
         desktop.driver.press_hotkey()
         program.wait_for_overlay()
         third = desktop.start_program(wait=False)

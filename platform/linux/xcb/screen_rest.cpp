@@ -73,7 +73,7 @@ void ScreenRest::whenAtRest(std::function<void()> then) {
 
 void ScreenRest::awaitPointer(int attempts, std::function<void(bool)> const& then) {
     bool const isFree = isPointerFree();
-    if (isFree || attempts == kMostAttempts) {
+    if (isFree || ownGrab_.isWanted() || attempts == kMostAttempts) {
         then(isFree);
         return;
     }

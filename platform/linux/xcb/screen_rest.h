@@ -25,7 +25,7 @@ public:
     ~ScreenRest();
 
     /// Calls `then` in a later turn of the main loop: with true when nobody holds the pointer, with
-    /// false when somebody has held it for a second.
+    /// false when `ownGrab` wants it or somebody else has held it for a second.
     void whenPointerIsFree(std::function<void(bool isFree)> then);
 
     /// Calls `then` when the pointer is free and nothing has been painted for a moment, or when
