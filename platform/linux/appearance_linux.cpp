@@ -1,10 +1,12 @@
 #include "platform/linux/appearance_linux.h"
 
+#include "platform/linux/ui/own_icon.h"
 #include "platform/linux/xcb/connection.h"
 
 #include <QApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QPixmap>
 #include <QStyle>
 
 #include <algorithm>
@@ -81,6 +83,13 @@ QPalette darkPalette() {
     return palette;
 }
 
+/// In the sizes of title bars and task switchers.
+QIcon programIcon() {
+    QIcon icon;
+    for (int const size : {16, 32, 64}) icon.addPixmap(ownIcon(size));
+    return icon;
+}
+
 /// Whether the theme is a dark one. The name is all that desktops agree on: dark themes are called
 /// something with "dark".
 bool isDark(std::string_view settings) {
@@ -129,6 +138,8 @@ QPalette appearancePalette(bool isDark) {
 }
 
 void followAppearance(XcbConnection& connection) {
+    // Made once: what Qt derives from an icon stays in its cache.
+    if (QApplication::windowIcon().isNull()) QApplication::setWindowIcon(programIcon());
     auto const settings = settingsProperty(connection);
     QApplication::setPalette(appearancePalette(isDark(settings)));
     auto const icons = xsettingsText(settings, "Net/IconThemeName").value_or("Adwaita");

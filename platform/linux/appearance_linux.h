@@ -22,7 +22,7 @@ class XcbConnection;
 [[nodiscard]] QPalette appearancePalette(bool isDark);
 
 /// Has Qt's windows follow the desktop's light or dark appearance and its icon theme as they are
-/// now.
+/// now, and show the program's icon.
 void followAppearance(XcbConnection& connection);
 
 } // namespace trovel

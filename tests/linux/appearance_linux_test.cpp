@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QIcon>
 #include <QPalette>
 
 #include <cstdint>
@@ -83,6 +84,17 @@ TEST(XsettingsTest, WhereverItIsCutOffNothingIsReadBehindTheEnd) {
         EXPECT_EQ(xsettingsText(part, "absent"), std::nullopt);
         EXPECT_NE(xsettingsText(part, "Net/ThemeName"), "Adwaita-dark");
     }
+}
+
+TEST(AppearanceTest, WindowsShowTheProgramsIconAndItIsMadeOnce) {
+    auto const connection = XcbConnection::open();
+    MainQueueLinux queue;
+    ApplicationLinux const application(queue);
+    followAppearance(*connection);
+    auto const icon = QApplication::windowIcon();
+    EXPECT_EQ(icon.availableSizes(), QList<QSize>({{16, 16}, {32, 32}, {64, 64}}));
+    followAppearance(*connection);
+    EXPECT_EQ(QApplication::windowIcon().cacheKey(), icon.cacheKey());
 }
 
 TEST(AppearanceTest, FollowsTheThemeThatTheDesktopTells) {

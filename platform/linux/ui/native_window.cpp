@@ -1,18 +1,15 @@
 #include "platform/linux/ui/native_window.h"
 
 #include "platform/linux/ui/native_peer.h"
-#include "platform/linux/ui/own_icon.h"
 #include "platform/linux/xcb/keymap.h"
 #include "platform/ui/events.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHoverEvent>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
-#include <QPixmap>
 
 #include <utility>
 
@@ -63,9 +60,6 @@ NativeWindow::NativeWindow(NativePeer& peer)
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
       peer_(&peer) {
-    QIcon icon;
-    for (int const size : {16, 32, 64}) icon.addPixmap(ownIcon(size)); // title bars, task switchers
-    setWindowIcon(icon);
     setAttribute(Qt::WA_Hover);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
