@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPaintEvent>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QString>
 #include <QStyle>
@@ -30,6 +31,9 @@ public:
         : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
           onFirstPaint_(std::move(onFirstPaint)) {}
+    AlertDialog(AlertDialog const&) = delete;
+    AlertDialog& operator=(AlertDialog const&) = delete;
+    ~AlertDialog() override { QPixmapCache::clear(); } // the style's drawings of its button
 
 private:
     void paintEvent(QPaintEvent* event) override {

@@ -138,10 +138,11 @@ QPalette appearancePalette(bool isDark) {
 }
 
 void followAppearance(XcbConnection& connection) {
-    // Made once: what Qt derives from an icon stays in its cache.
+    // Qt keeps what it derives from an icon or a palette: each new one, if an equal one, costs.
     if (QApplication::windowIcon().isNull()) QApplication::setWindowIcon(programIcon());
     auto const settings = settingsProperty(connection);
-    QApplication::setPalette(appearancePalette(isDark(settings)));
+    auto const palette = appearancePalette(isDark(settings));
+    if (palette != QApplication::palette()) QApplication::setPalette(palette);
     auto const icons = xsettingsText(settings, "Net/IconThemeName").value_or("Adwaita");
     QIcon::setThemeName(QString::fromStdString(icons));
 }

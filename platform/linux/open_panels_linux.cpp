@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -70,6 +71,9 @@ public:
         search_->installEventFilter(this);
         filter();
     }
+    ApplicationPanel(ApplicationPanel const&) = delete;
+    ApplicationPanel& operator=(ApplicationPanel const&) = delete;
+    ~ApplicationPanel() override { QPixmapCache::clear(); } // icons of all applications
 
     [[nodiscard]] std::optional<std::string> chosenPath() const {
         auto const* const item = list_->currentItem();

@@ -86,15 +86,17 @@ TEST(XsettingsTest, WhereverItIsCutOffNothingIsReadBehindTheEnd) {
     }
 }
 
-TEST(AppearanceTest, WindowsShowTheProgramsIconAndItIsMadeOnce) {
+TEST(AppearanceTest, IconAndPaletteStayTheSameWhileTheDesktopDoes) {
     auto const connection = XcbConnection::open();
     MainQueueLinux queue;
     ApplicationLinux const application(queue);
     followAppearance(*connection);
     auto const icon = QApplication::windowIcon();
     EXPECT_EQ(icon.availableSizes(), QList<QSize>({{16, 16}, {32, 32}, {64, 64}}));
+    auto const palette = QApplication::palette();
     followAppearance(*connection);
     EXPECT_EQ(QApplication::windowIcon().cacheKey(), icon.cacheKey());
+    EXPECT_EQ(QApplication::palette().cacheKey(), palette.cacheKey());
 }
 
 TEST(AppearanceTest, FollowsTheThemeThatTheDesktopTells) {

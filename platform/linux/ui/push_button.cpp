@@ -3,7 +3,9 @@
 #include "platform/linux/ui/qt_values.h"
 #include "platform/linux/ui/view_painter.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 #include <QStyleOptionButton>
 
 #include <utility>
@@ -45,6 +47,11 @@ void PushButton::paintEvent(QPaintEvent*) {
     paintBehind(painter, QRectF(rect()), layer_);
     QStyleOptionButton option;
     initStyleOption(&option);
+    // The style keeps what it draws under the palette's number, which each widget has one of its
+    // own of; with the program's the next button finds it again.
+    auto const group = option.palette.currentColorGroup();
+    option.palette = QGuiApplication::palette();
+    option.palette.setCurrentColorGroup(group);
     style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
 }
 

@@ -408,7 +408,7 @@ TEST_F(NativeWindowTest, AHundredWindowsOpenedAndClosedLeaveNoMemoryBehind) {
         other.reset();
         world.runPending();
     };
-    for (int i = 0; i < 20; ++i) openAndClose(); // what is kept for all of them
+    for (int i = 0; i < 60; ++i) openAndClose(); // what is kept for all of them
     auto const before = inUse();
     for (int i = 0; i < 100; ++i) openAndClose();
     constexpr std::ptrdiff_t kMost = 32 * 1024;

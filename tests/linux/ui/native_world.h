@@ -67,7 +67,8 @@ public:
     int askedForKey = 0;
     NativeWindowServices services{
         animator, monitors,
-        [](std::uint16_t state) { return (state & 4U) != 0 ? kFlagCommand : EventFlags{0}; }, [] {},
+        [](std::uint16_t state) { return (state & 4U) != 0 ? kFlagCommand : EventFlags{0}; },
+        [this] { trovel::followAppearance(*connection); },
         [this](std::uint32_t) { ++askedForKey; }};
     NativePeer* latest = nullptr;
 };
