@@ -12,7 +12,7 @@ from harness.program import HOTKEY_MODIFIERS
 from harness.setup_windows import (CANCEL, CARDS, CHANGE_APP, CONTINUE, DONE,
                                    GRANT_ACCESSIBILITY, GRANT_SCREEN_RECORDING, PERMISSIONS,
                                    RECORDER, RESTART, open_change_app, open_permissions,
-                                   open_recorder, setup_windows, wait_for_setup_window)
+                                   open_recorder, wait_for_setup_window)
 from harness.waiting import stays_true, wait_until
 
 QUIET = 0.4
