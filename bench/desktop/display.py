@@ -165,7 +165,8 @@ def end(process):
 
 
 def memory(pid):
-    """Resident, proportional and private sizes of a process in MiB, and its shared memory."""
+    """Resident, proportional, private and anonymous (no file's) sizes of a process in MiB, and its
+    shared memory."""
     with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as file:
         text = file.read()
 
@@ -174,7 +175,7 @@ def memory(pid):
     with open(f"/proc/{pid}/status", encoding="ascii") as file:
         shared = int(re.search(r"^RssShmem:\s+(\d+)", file.read(), re.M)[1]) / 1024
     return {"rss": mib("Rss"), "pss": mib("Pss"), "private": mib("Private_Clean", "Private_Dirty"),
-            "shmem": shared}
+            "anonymous": mib("Anonymous"), "shmem": shared}
 
 
 def wakeups(pid):
