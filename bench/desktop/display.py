@@ -105,6 +105,12 @@ class Display:
                 colors[1], "-uc", "-geometry", place, "-e", "sh", "-c",
                 "cat /usr/include/std*.h | head -n 300; printf '\\033[?25l'; exec sleep 100000"])
 
+    def set_preferences(self, text):
+        """Gives the next Trovel these preferences."""
+        path = os.path.join(self.env["XDG_CONFIG_HOME"], "trovel", "preferences.ini")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text)
+
     def spawn(self, name, command, **options):
         log = open(f"{self.folder}/{name}.log", "w", encoding="utf-8")
         process = subprocess.Popen(command, env=self.env, stdin=subprocess.DEVNULL,

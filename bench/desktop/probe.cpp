@@ -2,8 +2,8 @@
 //
 //   probe overlay  --trigger key:Ctrl+Shift+2 | click:X,Y | command:TEXT  [--drag
 //   X0,Y0,X1,Y1,MOTIONS,MS]
-//                  [--clipboard] [--confirm KEYS] [--cancel] [--ready painted|cursor] [--cpu
-//                  NAME=PID]...
+//                  [--clipboard] [--file FOLDER] [--confirm KEYS] [--cancel]
+//                  [--ready painted|cursor|settled] [--cpu NAME=PID]...
 //   probe grabbed  --key Ctrl+Shift+2 -- COMMAND ARGUMENTS...
 //
 // The answer is one JSON object on standard output; times are milliseconds. Everything is measured
@@ -35,6 +35,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <sys/inotify.h>
 #include <sys/shm.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -344,6 +345,29 @@ private:
     std::size_t bytes_ = 0;
 };
 
+/// Waits for the first file that somebody has written and closed in a folder.
+class FolderWatch {
+public:
+    explicit FolderWatch(std::string const& folder) : inotify_(inotify_init1(IN_CLOEXEC)) {
+        if (inotify_add_watch(inotify_, folder.c_str(), IN_CLOSE_WRITE) < 0) {
+            die("cannot watch " + folder);
+        }
+    }
+    FolderWatch(FolderWatch const&) = delete;
+    FolderWatch& operator=(FolderWatch const&) = delete;
+    ~FolderWatch() { close(inotify_); }
+
+    /// The time of it, or nothing after so many milliseconds.
+    [[nodiscard]] std::optional<double> wait(int ms) const {
+        pollfd descriptor{inotify_, POLLIN, 0};
+        if (poll(&descriptor, 1, ms) != 1) return std::nullopt;
+        return nowMs();
+    }
+
+private:
+    int inotify_;
+};
+
 struct Drag {
     int x0 = 0;
     int y0 = 0;
@@ -358,6 +382,7 @@ struct Options {
     std::string confirm;
     std::string readyBy = "painted";
     std::optional<Drag> drag;
+    std::string folder;
     bool readsClipboard = false;
     bool cancels = false;
     std::map<std::string, pid_t> processes;
@@ -369,6 +394,7 @@ public:
     Measurement(Display const& display, Options options)
         : display_(display), options_(std::move(options)), before_(display), current_(display),
           previous_(display), clipboard_(display) {
+        if (!options_.folder.empty()) watch_.emplace(options_.folder);
         auto* const connection = display.connection();
         std::uint32_t const events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection, display.root(), XCB_CW_EVENT_MASK, &events);
@@ -389,9 +415,11 @@ public:
         report_.number("mapped", since(mappedAt_));
         report_.number("cursor", since(cursorAt_));
         report_.number("painted", since(paintedAt_));
+        report_.number("settled", since(damageTimes_.empty() ? 0 : damageTimes_.back()));
         if (isUp && options_.drag) drag(*options_.drag);
         if (isUp && options_.cancels) cancel();
         if (isUp && options_.readsClipboard) readClipboard();
+        if (isUp && watch_) awaitFile();
         endCommand();
         report_.print();
     }
@@ -478,11 +506,15 @@ private:
                 seen = damageTimes_.back();
                 sample();
             }
-            double const ready = options_.readyBy == "cursor" ? cursorAt_ : paintedAt_;
             double const quietSince = std::max({changedAt_, cursorAt_, mappedAt_});
-            if (ready > 0 && nowMs() - quietSince > kSettleMs) return true;
+            if (readyAt() > 0 && nowMs() - quietSince > kSettleMs) return true;
         }
         return false;
+    }
+    /// When what was waited for happened; 0 before that.
+    [[nodiscard]] double readyAt() const {
+        if (options_.readyBy == "cursor") return cursorAt_;
+        return options_.readyBy == "settled" ? mappedAt_ : paintedAt_;
     }
     void sample() {
         current_.read();
@@ -568,6 +600,11 @@ private:
         report_.whole("received_bytes", static_cast<long>(clipboard_.bytes()));
     }
 
+    void awaitFile() {
+        auto const written = watch_->wait(static_cast<int>(kTimeoutMs));
+        report_.number("written", written ? *written - releasedAt_ : -1);
+    }
+
     void run(double ms) {
         double const until = nowMs() + ms;
         for (;;) {
@@ -614,6 +651,7 @@ private:
     Rows current_;
     Rows previous_;
     ClipboardReader clipboard_;
+    std::optional<FolderWatch> watch_;
     Report report_;
     xcb_damage_damage_t damage_ = 0;
     pid_t command_ = 0;
@@ -703,6 +741,8 @@ Options parseOptions(std::span<char*> arguments) {
             options.confirm = value;
         } else if (name == "--drag") {
             options.drag = parseDrag(value);
+        } else if (name == "--file") {
+            options.folder = value;
         } else if (name == "--cpu") {
             auto const parts = split(value, '=');
             options.processes[parts.at(0)] = std::stoi(parts.at(1));
