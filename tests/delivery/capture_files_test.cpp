@@ -18,6 +18,40 @@ FileSystem::Date at(std::chrono::nanoseconds sinceEpoch) {
     return FileSystem::Date(sinceEpoch);
 }
 
+/// Other files, which count how often a folder is listed.
+class CountedFiles final : public FileSystem {
+public:
+    explicit CountedFiles(FileSystem& files) : files_(files) {}
+
+    [[nodiscard]] std::string homeDirectory() const override { return files_.homeDirectory(); }
+    [[nodiscard]] bool createDirectory(std::string_view path) override {
+        return files_.createDirectory(path);
+    }
+    [[nodiscard]] bool writeFile(std::string_view path,
+                                 std::span<std::uint8_t const> contents) override {
+        return files_.writeFile(path, contents);
+    }
+    [[nodiscard]] bool fileExists(std::string_view path) const override {
+        return files_.fileExists(path);
+    }
+    [[nodiscard]] std::optional<std::vector<std::string>>
+    contentsOfDirectory(std::string_view path) const override {
+        ++listings;
+        return files_.contentsOfDirectory(path);
+    }
+    [[nodiscard]] std::optional<Date> creationDate(std::string_view path) const override {
+        ++dates;
+        return files_.creationDate(path);
+    }
+    bool removeItem(std::string_view path) override { return files_.removeItem(path); }
+
+    mutable int listings = 0;
+    mutable int dates = 0;
+
+private:
+    FileSystem& files_;
+};
+
 class CaptureFilesTest : public DesktopTest {
 protected:
     CaptureFilesTest() { EXPECT_TRUE(desktop.files.createDirectory(folder)); }
@@ -53,6 +87,16 @@ TEST_F(CaptureFilesTest, AFileIsNamedByWholeMilliseconds) {
     EXPECT_EQ(captureFileName(at(1731700000123ms)), "Trovel-1731700000123.png");
     EXPECT_EQ(captureFileName(at(1731700000123ms + 999999ns)), "Trovel-1731700000123.png");
     EXPECT_EQ(captureFileName(at(0ms)), "Trovel-0.png");
+}
+
+TEST_F(CaptureFilesTest, TheFolderIsListedOnceAndNothingElseIsAskedAboutOtherFiles) {
+    putCaptures(52);
+    for (int index = 0; index < 100; ++index) put(std::to_string(index) + ".txt", at(1s));
+    CountedFiles files(desktop.files);
+    pruneCaptures(files, folder, 50);
+    EXPECT_EQ(files.listings, 1);
+    EXPECT_EQ(files.dates, 52);
+    EXPECT_EQ(names().size(), 150U);
 }
 
 TEST_F(CaptureFilesTest, FiftyFilesStay) {
