@@ -62,7 +62,15 @@ ScreenRest::ScreenRest(XcbConnection& x, MainQueue& mainQueue, InputGrab const& 
 ScreenRest::~ScreenRest() = default;
 
 void ScreenRest::whenPointerIsFree(std::function<void(bool)> then) {
-    later([this, then = std::move(then)] { awaitPointer(1, then); });
+    // A grab of our own counts although it may be over in the next turn.
+    bool const isOurs = ownGrab_.isWanted();
+    later([this, isOurs, then = std::move(then)] {
+        if (isOurs) {
+            then(false);
+        } else {
+            awaitPointer(1, then);
+        }
+    });
 }
 
 void ScreenRest::whenAtRest(std::function<void()> then) {
