@@ -18,16 +18,15 @@ constexpr double kHeight = 210;
 
 } // namespace
 
-std::shared_ptr<ChangeAppWindowController> ChangeAppWindowController::make(WindowContext context) {
-    std::shared_ptr<ChangeAppWindowController> controller(
-        new ChangeAppWindowController(std::move(context)));
+std::shared_ptr<ChangeAppWindowController>
+ChangeAppWindowController::make(WindowContext const& context) {
+    std::shared_ptr<ChangeAppWindowController> controller(new ChangeAppWindowController(context));
     controller->buildContent();
     return controller;
 }
 
-ChangeAppWindowController::ChangeAppWindowController(WindowContext context)
-    : WindowController(makePanelWindow(context.platform, {kWidth, kHeight})),
-      context_(std::move(context)) {}
+ChangeAppWindowController::ChangeAppWindowController(WindowContext const& context)
+    : WindowController(makePanelWindow(context.platform, {kWidth, kHeight})), context_(context) {}
 
 void ChangeAppWindowController::buildContent() {
     auto& content = *window()->contentView();

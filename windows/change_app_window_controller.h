@@ -13,7 +13,8 @@ class AppSelectorView;
 /// only.
 class ChangeAppWindowController final : public WindowController {
 public:
-    [[nodiscard]] static std::shared_ptr<ChangeAppWindowController> make(WindowContext context);
+    [[nodiscard]] static std::shared_ptr<ChangeAppWindowController>
+    make(WindowContext const& context);
 
     /// Stores the selection once more, if there is one, and closes the window.
     void done();
@@ -25,7 +26,7 @@ public:
     }
 
 private:
-    explicit ChangeAppWindowController(WindowContext context);
+    explicit ChangeAppWindowController(WindowContext const& context);
 
     void buildContent();
 

@@ -32,15 +32,15 @@ std::shared_ptr<Window> makeWindow(Platform const& platform) {
 } // namespace
 
 std::shared_ptr<HotkeyRecorderWindowController>
-HotkeyRecorderWindowController::make(WindowContext context) {
+HotkeyRecorderWindowController::make(WindowContext const& context) {
     std::shared_ptr<HotkeyRecorderWindowController> controller(
-        new HotkeyRecorderWindowController(std::move(context)));
+        new HotkeyRecorderWindowController(context));
     controller->buildContent();
     return controller;
 }
 
-HotkeyRecorderWindowController::HotkeyRecorderWindowController(WindowContext context)
-    : WindowController(makeWindow(context.platform)), context_(std::move(context)) {}
+HotkeyRecorderWindowController::HotkeyRecorderWindowController(WindowContext const& context)
+    : WindowController(makeWindow(context.platform)), context_(context) {}
 
 void HotkeyRecorderWindowController::buildContent() {
     auto& content = *window()->contentView();

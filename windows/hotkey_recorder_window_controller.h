@@ -24,7 +24,7 @@ public:
     using OnHotkeyRecorded = std::function<void(std::uint32_t keyCode, std::uint32_t modifiers)>;
 
     [[nodiscard]] static std::shared_ptr<HotkeyRecorderWindowController>
-    make(WindowContext context);
+    make(WindowContext const& context);
 
     void setOnHotkeyRecorded(OnHotkeyRecorded onHotkeyRecorded);
 
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] Button& cancelButton() const { return *cancelButton_; }
 
 private:
-    explicit HotkeyRecorderWindowController(WindowContext context);
+    explicit HotkeyRecorderWindowController(WindowContext const& context);
 
     void buildContent();
     [[nodiscard]] std::string storedText() const;

@@ -47,16 +47,14 @@ constexpr double kStepPitch = 58;
 } // namespace
 
 std::shared_ptr<OnboardingWindowController>
-OnboardingWindowController::make(WindowContext context) {
-    std::shared_ptr<OnboardingWindowController> controller(
-        new OnboardingWindowController(std::move(context)));
+OnboardingWindowController::make(WindowContext const& context) {
+    std::shared_ptr<OnboardingWindowController> controller(new OnboardingWindowController(context));
     controller->buildContent();
     return controller;
 }
 
-OnboardingWindowController::OnboardingWindowController(WindowContext context)
-    : WindowController(makePanelWindow(context.platform, {kWidth, kHeight})),
-      context_(std::move(context)) {}
+OnboardingWindowController::OnboardingWindowController(WindowContext const& context)
+    : WindowController(makePanelWindow(context.platform, {kWidth, kHeight})), context_(context) {}
 
 std::shared_ptr<OnboardingWindowController> OnboardingWindowController::self() {
     return std::static_pointer_cast<OnboardingWindowController>(shared_from_this());

@@ -14,7 +14,8 @@ class Button;
 /// captures go to. Main thread only.
 class OnboardingWindowController final : public WindowController {
 public:
-    [[nodiscard]] static std::shared_ptr<OnboardingWindowController> make(WindowContext context);
+    [[nodiscard]] static std::shared_ptr<OnboardingWindowController>
+    make(WindowContext const& context);
 
     /// Stores the chosen application, closes the window and opens the permissions window, whose
     /// completion marks the onboarding as done.
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] std::shared_ptr<Button> const& continueButton() const { return continueButton_; }
 
 private:
-    explicit OnboardingWindowController(WindowContext context);
+    explicit OnboardingWindowController(WindowContext const& context);
 
     std::shared_ptr<OnboardingWindowController> self();
     void buildContent();

@@ -85,9 +85,9 @@ struct PermissionsWindowController::Row {
 };
 
 std::shared_ptr<PermissionsWindowController>
-PermissionsWindowController::make(WindowContext context) {
+PermissionsWindowController::make(WindowContext const& context) {
     std::shared_ptr<PermissionsWindowController> controller(
-        new PermissionsWindowController(std::move(context)));
+        new PermissionsWindowController(context));
     controller->buildContent();
     controller->refreshStatus();
     controller->pollTimer_ = controller->context_.platform.mainQueue.every(
@@ -95,8 +95,8 @@ PermissionsWindowController::make(WindowContext context) {
     return controller;
 }
 
-PermissionsWindowController::PermissionsWindowController(WindowContext context)
-    : WindowController(makeWindow(context.platform)), context_(std::move(context)) {}
+PermissionsWindowController::PermissionsWindowController(WindowContext const& context)
+    : WindowController(makeWindow(context.platform)), context_(context) {}
 
 std::function<void()>
 PermissionsWindowController::perform(void (PermissionsWindowController::*action)()) {

@@ -21,7 +21,8 @@ class PermissionsWindowController final : public WindowController {
 public:
     using Completion = std::function<void()>;
 
-    [[nodiscard]] static std::shared_ptr<PermissionsWindowController> make(WindowContext context);
+    [[nodiscard]] static std::shared_ptr<PermissionsWindowController>
+    make(WindowContext const& context);
 
     /// Called when the user presses "Continue", and never when the window is closed otherwise.
     void setOnComplete(Completion onComplete) { onComplete_ = std::move(onComplete); }
@@ -47,7 +48,7 @@ public:
 private:
     struct Row;
 
-    explicit PermissionsWindowController(WindowContext context);
+    explicit PermissionsWindowController(WindowContext const& context);
 
     void buildContent();
     std::shared_ptr<Label> addRow(Row const& row);
