@@ -131,7 +131,7 @@ class CaptureFilesTest(DesktopCase):
         for x, y, width, height in areas:  # the second before the first is handed over
             program.select((x, y), (x + width, y + height))
             program.wait_for_no_overlay()
-        wait_until(lambda: len(self.captures.names()) == 2, "two pictures are written")
+        wait_until(lambda: len(self.captures.finished()) == 2, "two pictures are written")
         for name, picture in zip(self.captures.names(), pictures):
             self.assert_same_picture(self.captures.picture(name), picture, "of-two")
         wait_until(lambda: self.captures.names()[1] in (self.shared.clipboard.text() or ""),

@@ -6,6 +6,8 @@ from PIL import Image
 
 from .waiting import wait_until
 
+_END = b"IEND\xaeB`\x82"  # of every PNG file
+
 
 class Captures:
     """The captures under a home folder. `root` is where the program's `/` is for us."""
@@ -24,6 +26,10 @@ class Captures:
         except FileNotFoundError:
             return []
 
+    def finished(self):
+        """The names of the pictures that are written to their end."""
+        return [name for name in self.names() if self._is_finished(name)]
+
     def fill(self, names):
         """Makes files of these names, one after the other."""
         os.makedirs(self._root + self.folder, exist_ok=True)
@@ -32,10 +38,16 @@ class Captures:
                 file.write(b"foreign")
 
     def wait_for_new(self, before=(), timeout=5.0):
-        """The name of the one file that was not there `before`."""
-        return wait_until(lambda: [name for name in self.names() if name not in before],
+        """The name of the one picture that was not there `before`."""
+        return wait_until(lambda: [name for name in self.finished() if name not in before],
                           "a picture is written", timeout)[0]
 
     def picture(self, name):
         with Image.open(self.path(name)) as picture:
             return picture.convert("RGB")
+
+    def _is_finished(self, name):
+        if os.path.isdir(self.path(name)):
+            return False
+        with open(self.path(name), "rb") as file:
+            return file.read().endswith(_END)
