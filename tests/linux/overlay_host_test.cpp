@@ -278,18 +278,33 @@ TEST_F(OverlayHostTest, TheHotKeyReachesItsHandlerAndNobodyElse) {
     hide();
 }
 
-TEST_F(OverlayHostTest, TheDesktopIsFreeAsSoonAsTheWindowsAreGone) {
+TEST_F(OverlayHostTest, TheInputIsFreeAtOnceAndTheScreenWhenThePictureIsRead) {
     auto const before = windowCount();
     show();
     EXPECT_EQ(windowCount(), before + 2);
     EXPECT_FALSE(isInputFree());
     desktop_.cursors.pop();
     for (auto const& window : windows_) window->orderOut();
-    EXPECT_EQ(windowCount(), before);
+    desktop_.settle();
     EXPECT_TRUE(isInputFree());
     EXPECT_NE(desktop_.overlays.snapshot(), nullptr) << "the capture still needs it";
+    EXPECT_EQ(windowCount(), before + 2) << "nobody paints the desktop before that";
     desktop_.capturer.sessionDidEnd();
+    desktop_.settle();
     EXPECT_EQ(desktop_.overlays.snapshot(), nullptr);
+    EXPECT_EQ(windowCount(), before);
+}
+
+TEST_F(OverlayHostTest, AWindowThatOutlastsTheSessionGoesByItself) {
+    auto const before = windowCount();
+    show();
+    desktop_.capturer.sessionDidEnd();
+    desktop_.settle();
+    EXPECT_EQ(windowCount(), before + 2);
+    desktop_.cursors.pop();
+    for (auto const& window : windows_) window->orderOut();
+    desktop_.settle();
+    EXPECT_EQ(windowCount(), before);
 }
 
 TEST_F(OverlayHostTest, WindowsMayEndWhileTheyAreShown) {

@@ -69,6 +69,7 @@ Snapshot const* OverlayHost::snapshot() const {
 void OverlayHost::endSession() {
     --sessions_;
     if (sessions_ > 0) return;
+    for (auto const window : std::exchange(leaving_, {})) takeAway(window);
     if (!isShowing()) releaseInput();
     dropUnneeded();
 }
@@ -92,6 +93,17 @@ void OverlayHost::makeKey(OverlayPeer* peer) {
     if (before == peer) return;
     if (before != nullptr) before->window().receiveKeyState(false);
     if (peer != nullptr) peer->window().receiveKeyState(true);
+}
+
+// Without it everybody paints the desktop anew, which keeps the server from anything else for a
+// while. In a session that waits for its end: the picture is read before.
+void OverlayHost::takeAway(xcb_window_t window) {
+    if (sessions_ > 0) {
+        leaving_.push_back(window);
+        return;
+    }
+    xcb_destroy_window(x_.get(), window);
+    x_.flush();
 }
 
 void OverlayHost::peerDidHide() {

@@ -27,7 +27,8 @@ class XcbConnection;
 /// The frozen desktop: while a selection session lasts, a picture of all screens stands in for the
 /// screens themselves, one override-redirect window over each shows its part of the picture with
 /// the overlay painted on it, and keyboard and pointer belong to these windows. Since the picture
-/// is taken before any of them is there, none can be in it. Main thread only.
+/// is taken before any of them is there, none can be in it. A window that is ordered out gives up
+/// its input at once and its place on the screen when the session ends. Main thread only.
 class OverlayHost {
 public:
     /// What is handed in outlives it.
@@ -61,6 +62,7 @@ private:
     void attach(OverlayPeer& peer);
     void detach(OverlayPeer& peer);
     void makeKey(OverlayPeer* peer);
+    void takeAway(xcb_window_t window);
     void peerDidHide();
     void schedulePainting();
     TextRasterizer& rasterizer(double scale);
@@ -91,6 +93,7 @@ private:
     std::shared_ptr<int> lastSnapshotUse_; // lets the block of a later use drop the memory
     std::map<double, std::unique_ptr<TextRasterizer>> rasterizers_;
     std::vector<OverlayPeer*> peers_;
+    std::vector<xcb_window_t> leaving_; // go when the session ends
     OverlayPeer* keyPeer_ = nullptr;
     OverlayPeer* pressedPeer_ = nullptr;
     std::optional<PointerMotion> motion_; // the newest that has not been delivered

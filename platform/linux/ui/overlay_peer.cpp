@@ -49,13 +49,9 @@ void OverlayPeer::makeKeyAndOrderFront() {
 
 void OverlayPeer::orderOut() {
     if (!isShown()) return;
-    auto& x = host_.x_;
     painter_.reset();
-    xcb_destroy_window(x.get(), native_);
-    native_ = XCB_NONE;
+    host_.takeAway(std::exchange(native_, XCB_NONE));
     host_.peerDidHide();
-    // The answer comes after the window has gone.
-    static_cast<void>(x.reply<xcb_get_input_focus_reply>(xcb_get_input_focus(x.get())));
 }
 
 void OverlayPeer::show() {
