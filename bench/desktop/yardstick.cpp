@@ -49,9 +49,9 @@ public:
         if (xcb_connection_has_error(connection_) != 0) std::exit(2);
         screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
         xcb_prefetch_maximum_request_length(connection_);
-        Reply<void>(
+        std::free(
             xcb_shm_query_version_reply(connection_, xcb_shm_query_version(connection_), nullptr));
-        Reply<void>(xcb_render_query_version_reply(
+        std::free(xcb_render_query_version_reply(
             connection_, xcb_render_query_version(connection_, 0, 11), nullptr));
     }
     Server(Server const&) = delete;
@@ -160,7 +160,7 @@ public:
             server_.get(), plain_, static_cast<std::int16_t>(part.x),
             static_cast<std::int16_t>(part.y), static_cast<std::uint16_t>(part.width),
             static_cast<std::uint16_t>(part.height), ~0U, XCB_IMAGE_FORMAT_Z_PIXMAP, segment_, 0);
-        Reply<void>(xcb_shm_get_image_reply(server_.get(), cookie, nullptr));
+        std::free(xcb_shm_get_image_reply(server_.get(), cookie, nullptr));
         return {pixels_, static_cast<std::size_t>(part.width) * 4, static_cast<int>(part.width),
                 static_cast<int>(part.height)};
     }
