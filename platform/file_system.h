@@ -42,7 +42,7 @@ public:
     /// last change; nothing when neither can be read.
     [[nodiscard]] virtual std::optional<Date> creationDate(std::string_view path) const = 0;
 
-    /// Removes a file. False when it could not be removed.
+    /// Removes a file; a folder stays. False when it was not removed.
     virtual bool removeItem(std::string_view path) = 0;
 
 protected:

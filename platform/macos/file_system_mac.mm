@@ -2,6 +2,8 @@
 
 #include "platform/macos/convert.h"
 
+#include <unistd.h>
+
 namespace trovel {
 
 namespace {
@@ -54,7 +56,7 @@ std::optional<std::vector<std::string>>
 FileSystemMac::contentsOfDirectory(std::string_view path) const {
     NSArray<NSURL*>* const entries = [NSFileManager.defaultManager
           contentsOfDirectoryAtURL:folderUrl(path)
-        includingPropertiesForKeys:@[ NSURLCreationDateKey ]
+        includingPropertiesForKeys:@[]
                            options:NSDirectoryEnumerationSkipsHiddenFiles
                              error:nil];
     if (entries == nil) return std::nullopt;
@@ -74,7 +76,8 @@ std::optional<FileSystem::Date> FileSystemMac::creationDate(std::string_view pat
 }
 
 bool FileSystemMac::removeItem(std::string_view path) {
-    return [NSFileManager.defaultManager removeItemAtURL:fileUrl(path) error:nil];
+    // The file manager would take a folder away with all that is in it.
+    return unlink(std::string(path).c_str()) == 0;
 }
 
 } // namespace trovel

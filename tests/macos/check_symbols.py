@@ -1,6 +1,6 @@
 """check_symbols.py TABLE OBJECT...: every class, C function, constant and selector of the platform
 that the Mach-O objects use must stand in TABLE, unless the objects define it themselves or it is
-the compiler's, the C++ library's or the portable code's."""
+the compiler's, the C or C++ library's or the portable code's."""
 
 import re
 import sys
@@ -12,7 +12,7 @@ RUNTIME = re.compile(
     r"""__Z                                              # C++: Trovel's own and the library's
       | ___(?:cxa|gxx|clang|objc|stack_chk|CFConstant|NSArray0|NSDictionary0)
       | __objc | _objc_ | __Unwind | __Block | __NSConcrete
-      | _(?:mem(?:cpy|move|set|cmp|chr)|strlen|strcmp|bzero|free|malloc|abort)$
+      | _(?:mem(?:cpy|move|set|cmp|chr)|strlen|strcmp|bzero|free|malloc|abort|unlink)$
     """,
     re.VERBOSE,
 )
