@@ -68,7 +68,8 @@ set_target_properties(trovel PROPERTIES
   MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION})
 
 # A signature seals what lies in the bundle, so it is put together first and signed from the inside
-# out. Sparkle's XPC services are for sandboxed programs alone.
+# out. Sparkle's XPC services are for sandboxed programs alone. The entitlements, which let the
+# program bring the chat app to the front, carry no comments: their reader is stricter than plutil.
 set(contents "$<TARGET_BUNDLE_CONTENT_DIR:trovel>")
 set(sparkle "${contents}/Frameworks/Sparkle.framework")
 set(sign codesign --force --sign "${TROVEL_SIGNING_IDENTITY}")
