@@ -173,6 +173,8 @@ DECL_MAIN_THREAD
 @property(nullable, copy) NSShadow* shadow;
 - (void)drawRect:(NSRect)dirtyRect;
 - (BOOL)acceptsFirstMouse:(nullable NSEvent*)event;
+- (BOOL)performKeyEquivalent:(NSEvent*)event;
+@property(nullable, readonly, assign) NSWindow* window;
 - (nullable NSView*)hitTest:(NSPoint)point;
 @property(readonly) BOOL mouseDownCanMoveWindow;
 - (void)addTrackingArea:(NSTrackingArea*)trackingArea;
@@ -277,6 +279,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 @property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(readonly) BOOL canBecomeKeyWindow;
+@property(readonly, getter=isKeyWindow) BOOL keyWindow;
 - (NSRect)frameRectForContentRect:(NSRect)contentRect;
 - (void)setFrame:(NSRect)frameRect display:(BOOL)flag;
 - (void)becomeKeyWindow;
