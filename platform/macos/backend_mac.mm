@@ -79,7 +79,7 @@ private:
     PermissionsMac permissions_;
     ScreensMac screens_;
     ScreenCapturerMac capturer_;
-    HotkeyServiceMac hotkeys_;
+    HotkeyServiceMac hotkeys_{mainQueue_};
     WindowHostMac windows_;
     EventMonitorsMac monitors_;
     CursorsMac cursors_;

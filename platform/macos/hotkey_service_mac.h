@@ -9,10 +9,12 @@
 
 namespace trovel {
 
+class MainQueue;
+
 /// Carbon's hot keys on the application's event target.
 class HotkeyServiceMac final : public HotkeyService {
 public:
-    HotkeyServiceMac() = default;
+    explicit HotkeyServiceMac(MainQueue& queue) : queue_(queue) {}
 
     std::optional<EventHandlerRef> installEventHandler(HotKeyHandler handler,
                                                        void* userData) override;
@@ -30,7 +32,7 @@ private:
         void* userData = nullptr;
     };
 
-    /// A registered hot key; the system knows it unless hot keys are suspended.
+    /// A registered hot key; the system knows it unless hot keys are suspended or resuming.
     struct HotKey {
         std::uint32_t keyCode = 0;
         std::uint32_t modifiers = 0;
@@ -41,14 +43,17 @@ private:
     static void take(HotKey& hotKey);
     static void release(HotKey& hotKey);
     void endSuspension();
+    void resume();
 
     static OSStatus hotKeyPressed(::EventHandlerCallRef call, ::EventRef event,
                                   void* userData) noexcept;
 
+    MainQueue& queue_;
     std::map<EventHandlerRef, std::unique_ptr<Installation>> installations_;
     std::map<EventHotKeyRef, HotKey> hotKeys_;
     std::uintptr_t nextHotKey_ = 1;
     int suspensions_ = 0;
+    bool isResuming_ = false; // a suspension has ended, and a key is still waited for
 };
 
 } // namespace trovel

@@ -1,5 +1,10 @@
 #include "platform/macos/hotkey_service_mac.h"
 
+#include "platform/main_queue.h"
+
+#import <CoreGraphics/CoreGraphics.h>
+
+#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -36,7 +41,7 @@ std::optional<EventHotKeyRef> HotkeyServiceMac::registerEventHotKey(std::uint32_
     HotKey hotKey{keyCode, modifiers, id};
     take(hotKey);
     if (hotKey.native == nullptr) return std::nullopt;
-    if (suspensions_ > 0) release(hotKey);
+    if (suspensions_ > 0 || isResuming_) release(hotKey);
     EventHotKeyRef const reference{nextHotKey_++};
     hotKeys_.emplace(reference, hotKey);
     return reference;
@@ -59,7 +64,25 @@ Registration HotkeyServiceMac::suspend() {
 }
 
 void HotkeyServiceMac::endSuspension() {
-    if (--suspensions_ > 0) return;
+    if (--suspensions_ > 0 || isResuming_) return;
+    isResuming_ = true;
+    resume();
+}
+
+void HotkeyServiceMac::resume() {
+    // Carbon reports a press once, but says nothing of a hot key that is registered while its key
+    // is down, as the one is that was just recorded: its repetitions might count as a press.
+    constexpr std::chrono::milliseconds kInterval{20};
+    bool const isKeyDown = std::ranges::any_of(hotKeys_, [](auto const& each) {
+        return CGEventSourceKeyState(kCGEventSourceStateCombinedSessionState,
+                                     static_cast<CGKeyCode>(each.second.keyCode));
+    });
+    if (isKeyDown) {
+        queue_.after(kInterval, [this] { resume(); });
+        return;
+    }
+    isResuming_ = false;
+    if (suspensions_ > 0) return;
     for (auto& [reference, hotKey] : hotKeys_)
         take(hotKey);
 }

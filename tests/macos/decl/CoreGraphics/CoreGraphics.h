@@ -56,6 +56,7 @@ CGImageRef _Nullable CGImageRetain(CGImageRef _Nullable image);
 bool CGPreflightScreenCaptureAccess(void) API_AVAILABLE_MAC(10.15);
 bool CGRequestScreenCaptureAccess(void) API_AVAILABLE_MAC(10.15);
 CGEventSourceRef _Nullable CGEventSourceCreate(CGEventSourceStateID stateID) CF_RETURNS_RETAINED;
+bool CGEventSourceKeyState(CGEventSourceStateID stateID, CGKeyCode key);
 CGEventRef _Nullable CGEventCreateKeyboardEvent(CGEventSourceRef _Nullable source,
                                                 CGKeyCode virtualKey,
                                                 bool keyDown) CF_RETURNS_RETAINED;
