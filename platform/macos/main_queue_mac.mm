@@ -4,18 +4,22 @@
 
 #import <Foundation/Foundation.h>
 
-#include <memory>
+#include <deque>
+#include <mutex>
 #include <utility>
 
 namespace trovel {
 
+struct MainQueueMac::Posted {
+    std::mutex mutex;
+    std::deque<Block> blocks;
+};
+
 namespace {
 
-using SharedBlock = std::shared_ptr<MainQueue::Block>;
-
-void run(SharedBlock const& block) {
+void run(MainQueue::Block const& block) {
     @autoreleasepool {
-        enter(*block);
+        enter(block);
     }
 }
 
@@ -26,7 +30,7 @@ NSTimer* _Nonnull schedule(MainQueue::Duration interval, bool repeats, MainQueue
         [NSTimer timerWithTimeInterval:std::chrono::duration<double>(interval).count()
                                repeats:repeats
                                  block:^(NSTimer* _Nonnull) {
-                                   run(shared);
+                                   run(*shared);
                                  }];
     [NSRunLoop.mainRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
     return timer;
@@ -34,14 +38,40 @@ NSTimer* _Nonnull schedule(MainQueue::Duration interval, bool repeats, MainQueue
 
 } // namespace
 
+MainQueueMac::MainQueueMac() : posted_(std::make_shared<Posted>()) {}
+
 void MainQueueMac::post(Block block) {
+    {
+        std::scoped_lock const lock(posted_->mutex);
+        posted_->blocks.push_back(std::move(block));
+    }
+    requestTurn(posted_);
+}
+
+void MainQueueMac::requestTurn(std::shared_ptr<Posted> posted) {
+    auto const kept = std::move(posted);
     // Core Foundation's form of -[NSRunLoop performInModes:block:], because NSRunLoop must not be
     // used from other threads. It does not wake a sleeping run loop by itself.
-    auto const shared = std::make_shared<Block>(std::move(block));
     CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
-      run(shared);
+      runNext(kept);
     });
     CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
+void MainQueueMac::runNext(std::shared_ptr<Posted> const& posted) {
+    Block block;
+    bool isLast = false;
+    {
+        std::scoped_lock const lock(posted->mutex);
+        if (posted->blocks.empty()) return;
+        block = std::move(posted->blocks.front());
+        posted->blocks.pop_front();
+        isLast = posted->blocks.empty();
+    }
+    // The run loop set aside all the requests that it found, so the loop of an alert that this
+    // block shows needs one of its own for the others.
+    if (!isLast) requestTurn(posted);
+    run(block);
 }
 
 void MainQueueMac::after(Duration delay, Block block) {
