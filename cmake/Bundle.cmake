@@ -50,8 +50,9 @@ foreach(framework
 endforeach()
 
 set(packaging "${CMAKE_SOURCE_DIR}/packaging/macos")
-set(packaged "${packaging}/Info.plist.in" "${packaging}/Trovel.icns"
-  "${packaging}/trovel.entitlements")
+# What is signed anew when it changes: CMake writes Info.plist, with the versions, without linking.
+set(packaged "${CMAKE_CURRENT_BINARY_DIR}/Trovel.app/Contents/Info.plist"
+  "${packaging}/Trovel.icns" "${packaging}/trovel.entitlements")
 add_executable(trovel MACOSX_BUNDLE app/main.cpp)
 target_link_libraries(trovel PRIVATE trovel_core trovel_macos trovel_warnings)
 target_compile_definitions(trovel PRIVATE ${TROVEL_PRODUCT_DEFINITIONS})
