@@ -46,7 +46,8 @@ public:
     virtual void unregisterEventHotKey(EventHotKeyRef hotKey) = 0;
 
     /// Lets the keys of registered hot keys through to windows, as if they were not registered,
-    /// until the registration ends. What is registered stays registered.
+    /// until the registration ends. What is registered stays registered. A key that is down at that
+    /// moment counts from its next press.
     virtual Registration suspend() = 0;
 
 protected:
