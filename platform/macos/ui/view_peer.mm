@@ -140,8 +140,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
     return view && view->acceptsFirstMouse();
 }
 
-// A key with Command or Control is offered as a key equivalent first, and not every one that nobody
-// takes comes back as a key down: Command-Period becomes an action. So the window's tree gets it.
+// One that nobody takes need not come back as a key: Command-Period becomes an action.
 - (BOOL)performKeyEquivalent:(nonnull NSEvent*)event {
     if ([super performKeyEquivalent:event]) return YES;
     if (self.window.contentView != self || !self.window.keyWindow) return NO;
