@@ -15,6 +15,10 @@ std::shared_ptr<MenuItem> MenuItem::make(std::string title, Action action) {
     return std::shared_ptr<MenuItem>(new MenuItem(false, std::move(title), std::move(action)));
 }
 
+MenuItem::~MenuItem() {
+    setSubmenu(nullptr);
+}
+
 void MenuItem::setTitle(std::string title) {
     title_ = std::move(title);
     tellMirror();
@@ -31,6 +35,7 @@ void MenuItem::setKeyEquivalent(std::string key, EventFlags modifiers) {
 }
 
 void MenuItem::setSubmenu(std::shared_ptr<Menu> submenu) {
+    if (submenu_) submenu_->owner_ = nullptr;
     submenu_ = std::move(submenu);
     if (submenu_) submenu_->owner_ = this;
 }

@@ -41,6 +41,10 @@ public:
     [[nodiscard]] static std::shared_ptr<MenuItem> separator();
     [[nodiscard]] static std::shared_ptr<MenuItem> make(std::string title, Action action = {});
 
+    MenuItem(MenuItem const&) = delete;
+    MenuItem& operator=(MenuItem const&) = delete;
+    ~MenuItem();
+
     void setTitle(std::string title);
     void setState(State state);
     void setTag(std::int64_t tag) { tag_ = tag; }

@@ -77,6 +77,25 @@ TEST_F(MenuTest, ASubmenuThatOutlivesItsRowHasNobodyToTell) {
     EXPECT_THAT(mirror.changed, IsEmpty());
 }
 
+TEST_F(MenuTest, ASubmenuThatIsReplacedIsNoLongerPartOfTheMenu) {
+    menu->setMirror(&mirror);
+    outer->setSubmenu(std::make_shared<Menu>());
+    inner->setTitle("alone");
+    EXPECT_THAT(mirror.changed, IsEmpty());
+    outer->setSubmenu(submenu);
+    inner->setTitle("back");
+    EXPECT_THAT(mirror.changed, ElementsAre("back"));
+}
+
+TEST_F(MenuTest, AMirrorOfASubmenuAloneHearsOfItsRowsInsteadOfTheWholeMenus) {
+    Mirror whole;
+    menu->setMirror(&whole);
+    submenu->setMirror(&mirror);
+    inner->setTitle("renamed");
+    EXPECT_THAT(mirror.changed, ElementsAre("renamed"));
+    EXPECT_THAT(whole.changed, IsEmpty());
+}
+
 TEST_F(MenuTest, TheActionIsGivenItsRowAndMayDropTheMenu) {
     std::vector<std::string> chosen;
     auto item = MenuItem::make("item", [&](MenuItem const& sender) {
