@@ -82,7 +82,9 @@ void HotkeyRecorderWindowController::keyDown(KeyEvent const& event) {
     auto const keep = shared_from_this();
     auto const flags = event.modifierFlags & kDeviceIndependentFlags;
     recordLabel_->setText(hotkeyText(event.keyCode, flags));
-    if (onHotkeyRecorded_) onHotkeyRecorded_(event.keyCode, carbonModifiers(flags));
+    // Asking for the recorder in it would replace it while it runs.
+    auto const onHotkeyRecorded = onHotkeyRecorded_;
+    if (onHotkeyRecorded) onHotkeyRecorded(event.keyCode, carbonModifiers(flags));
     window()->close();
     context_.slots.sharedHotkeyRecorderWindow.reset();
 }

@@ -5,6 +5,7 @@
 #include "platform/ui/label.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
+#include "windows/permissions_window_controller.h"
 
 #include <memory>
 #include <utility>
@@ -145,6 +146,28 @@ TEST_F(HotkeyRecorderTest, TakesKeysWithoutANameAndEscapeWithAModifier) {
     EXPECT_THAT(recorded, ElementsAre(Pair(10U, 256U), Pair(53U, 256U), Pair(36U, 512U)));
 }
 
+TEST_F(HotkeyRecorderTest, ShowsTheCombinationBeforeItReportsIt) {
+    std::string seen;
+    showHotkeyRecorderWindow(context, [&](auto, auto) { seen = text(); });
+    desktop.user.pressKey(19, kFlagCommand | kFlagControl);
+    EXPECT_EQ(seen, "⌃⌘2");
+}
+
+TEST_F(HotkeyRecorderTest, ACallbackThatAsksForTheRecorderAgainOutlivesItsCall) {
+    auto token = std::make_shared<int>();
+    std::weak_ptr<int> const weak = token;
+    bool lived = false;
+    showHotkeyRecorderWindow(context, [&, token = std::move(token)](auto, auto) {
+        open();
+        lived = !weak.expired();
+    });
+    desktop.user.pressKey(19, kFlagCommand);
+    EXPECT_TRUE(lived);
+    EXPECT_TRUE(weak.expired());
+    EXPECT_FALSE(isShown());
+    EXPECT_THAT(recorded, IsEmpty());
+}
+
 TEST_F(HotkeyRecorderTest, WithoutACallbackAKeyJustCloses) {
     showHotkeyRecorderWindow(context, nullptr);
     desktop.user.pressKey(19, kFlagCommand);
@@ -185,6 +208,18 @@ TEST_F(HotkeyRecorderTest, OpenedTwiceItIsOneWindowAndTheSecondCallbackCounts) {
     desktop.user.pressKey(19, kFlagCommand);
     EXPECT_EQ(others, 1);
     EXPECT_THAT(recorded, IsEmpty());
+}
+
+TEST_F(HotkeyRecorderTest, AskedForAgainBehindAnotherWindowItGetsTheKeyboardBack) {
+    open();
+    showPermissionsWindow(context, nullptr);
+    desktop.journal.clear();
+    open();
+    EXPECT_TRUE(shown().window()->isKeyWindow());
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::OrderedFront{1}), Effect(effect::MadeKey{1}),
+                            Effect(effect::HotKeysSuspended{true}),
+                            Effect(effect::ActivationAsked{false})));
 }
 
 TEST_F(HotkeyRecorderTest, TheHotkeysRestWhileTheWindowHasTheKeyboard) {
