@@ -6,6 +6,7 @@
 #include "platform/ui/label.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
+#include "windows/app_selector_view.h"
 #include "windows/change_app_window_controller.h"
 #include "windows/hotkey_recorder_window_controller.h"
 #include "windows/permissions_window_controller.h"
@@ -257,6 +258,17 @@ TEST_F(StatusMenuTest, OtherOpensTheChangeAppWindow) {
     EXPECT_TRUE(choose({"AI App", "Other…"}));
     ASSERT_NE(slots.sharedChangeAppWindow, nullptr);
     EXPECT_TRUE(slots.sharedChangeAppWindow->window()->isKeyWindow());
+}
+
+TEST_F(StatusMenuTest, AChoiceInTheChangeAppWindowIsCheckedAtTheNextOpening) {
+    launch();
+    EXPECT_TRUE(choose({"AI App", "Other…"}));
+    desktop.journal.clear();
+    desktop.user.click(centreOf(*slots.sharedChangeAppWindow->appSelector()->cards()[2]));
+    EXPECT_EQ(desktop.journal.count<MenuItemChanged>(), 0U);
+    EXPECT_THAT(checkedApps(), IsEmpty());
+    desktop.statusBar.open();
+    EXPECT_THAT(checkedApps(), ElementsAre("Gemini"));
 }
 
 TEST_F(StatusMenuTest, PermissionsOpensItsWindowWithoutACompletion) {

@@ -162,6 +162,15 @@ TEST_F(AppSelectorTest, AClickOnTheSelectedCardFadesAllOfThemAgainAndReportsAgai
     EXPECT_THAT(changes, ElementsAre("Claude"));
 }
 
+TEST_F(AppSelectorTest, ReportsOnlyWhenTheRowShowsTheNewSelection) {
+    make("Claude");
+    std::vector<std::vector<std::string>> shown;
+    selector->setOnSelectionChanged([&](std::string const&) { shown.push_back(selectedNames()); });
+    desktop.user.click(centreOf(*selector->cards()[1]));
+    chooseInPanel("/Applications/Tool.app", {"com.example.tool", "MyTool"});
+    EXPECT_THAT(shown, ElementsAre(ElementsAre("ChatGPT"), ElementsAre("MyTool")));
+}
+
 TEST_F(AppSelectorTest, WithoutACallbackAClickSelectsAllTheSame) {
     make("Claude");
     selector->setOnSelectionChanged(nullptr);
@@ -372,6 +381,15 @@ TEST_F(AppIconTest, TheFirstRunningApplicationWhoseIdentifierBeginsWithThePrefix
     desktop.icons.setRunningIcon("com.perplexity.beta", 3);
     EXPECT_EQ(numberOf(iconForApp(platform, "Perplexity", 32)), 2U);
     EXPECT_FALSE(appIcon(platform, "com.Perplexity", 32));
+}
+
+TEST_F(AppIconTest, WhereTheFirstHasNoIconOnlyTheInstalledOneIsAskedNext) {
+    run("com.perplexity.mac");
+    run("com.perplexity.beta");
+    desktop.icons.setRunningIcon("com.perplexity.beta", 3);
+    EXPECT_EQ(symbolOf(iconForApp(platform, "Perplexity", 32)), "magnifyingglass");
+    desktop.icons.setInstalledIcon("com.perplexity", 4);
+    EXPECT_EQ(numberOf(iconForApp(platform, "Perplexity", 32)), 4U);
 }
 
 TEST_F(AppIconTest, AnApplicationWithoutAnIdentifierSuppliesNoIcon) {

@@ -5,6 +5,7 @@
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
 #include "windows/app_selector_view.h"
+#include "windows/permissions_window_controller.h"
 
 #include <memory>
 
@@ -143,6 +144,17 @@ TEST_F(ChangeAppWindowTest, AskedForAgainItComesToTheFrontAsItStands) {
     EXPECT_EQ(shown().appSelector()->selectedName(), "ChatGPT");
     EXPECT_THAT(effectsOf(desktop.journal), ElementsAre(Effect(effect::OrderedFront{1}),
                                                         Effect(effect::ActivationAsked{false})));
+}
+
+TEST_F(ChangeAppWindowTest, AskedForAgainBehindAnotherWindowItGetsTheKeyboardBack) {
+    open();
+    showPermissionsWindow(context, nullptr);
+    desktop.journal.clear();
+    open();
+    EXPECT_TRUE(shown().window()->isKeyWindow());
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::OrderedFront{1}), Effect(effect::MadeKey{1}),
+                            Effect(effect::ActivationAsked{false})));
 }
 
 TEST_F(ChangeAppWindowTest, OpenedAnewItReadsTheSelectionAnew) {

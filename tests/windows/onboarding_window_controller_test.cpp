@@ -192,6 +192,13 @@ TEST_F(OnboardingWindowTest, AClickOnACardIsStoredByTheButtonAlone) {
     EXPECT_EQ(preferred(), "Gemini");
 }
 
+TEST_F(OnboardingWindowTest, ASelectionEnablesTheButton) {
+    open();
+    shown().continueButton()->setEnabled(false);
+    click(*shown().appSelector()->cards()[0]);
+    EXPECT_TRUE(shown().continueButton()->isEnabled());
+}
+
 TEST_F(OnboardingWindowTest, ACustomApplicationStaysStoredWhenTheWindowIsClosed) {
     open();
     desktop.openPanels.install("/Applications/Tool.app", {"com.example.tool", "MyTool"});

@@ -4,6 +4,7 @@
 #include "platform/ui/label.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
+#include "windows/change_app_window_controller.h"
 
 #include <memory>
 
@@ -162,6 +163,16 @@ TEST_F(PermissionsWindowTest, WithAccessibilityAloneTheUserCannotContinue) {
     EXPECT_EQ(completions, 0);
 }
 
+TEST_F(PermissionsWindowTest, WithScreenRecordingAloneTheUserCannotContinue) {
+    desktop.permissions.grant(Permission::screenRecording);
+    open();
+    poll();
+    EXPECT_EQ(shown().screenRecLabel().text(), "Granted ✓");
+    EXPECT_EQ(shown().accessibilityLabel().text(), "Not granted");
+    EXPECT_FALSE(shown().continueButton().isEnabled());
+    EXPECT_EQ(opacityOf(shown().continueButton()), 0.4);
+}
+
 TEST_F(PermissionsWindowTest, AskingForScreenRecordingOffersTheRestartAtTheNextLook) {
     desktop.permissions.grant(Permission::accessibility);
     open();
@@ -313,6 +324,17 @@ TEST_F(PermissionsWindowTest, AskedForTwiceItIsOneWindowAndTheSecondCompletionCo
     click(shown().continueButton());
     EXPECT_EQ(completions, 0);
     EXPECT_EQ(others, 1);
+}
+
+TEST_F(PermissionsWindowTest, AskedForAgainBehindAnotherWindowItGetsTheKeyboardBack) {
+    open();
+    showChangeAppWindow(context);
+    desktop.journal.clear();
+    open();
+    EXPECT_TRUE(shown().window()->isKeyWindow());
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::OrderedFront{1}), Effect(effect::MadeKey{1}),
+                            Effect(effect::ActivationAsked{false})));
 }
 
 TEST_F(PermissionsWindowTest, TheRestartWaitsForTheOldProcessInAShellAndThenEndsTheProgram) {

@@ -116,6 +116,28 @@ TEST_F(WindowControlsTest, TheMirrorIsMadeWhenTheWindowIsFirstShownAndToldOfEver
     EXPECT_THAT(host.told, ElementsAre("window"));
 }
 
+TEST_F(WindowControlsTest, TheMirrorIsToldOfViewsThatComeAndGoAndOfAnotherContent) {
+    window->makeKeyAndOrderFront();
+    host.told.clear();
+    auto const box = std::make_shared<View>(Rect{0, 0, 100, 100});
+    content->addSubview(box);
+    EXPECT_THAT(host.told, ElementsAre("view"));
+    auto const leaf = std::make_shared<View>(Rect{0, 0, 10, 10});
+    box->addSubview(leaf);
+    host.told.clear();
+    box->removeAllSubviews();
+    EXPECT_THAT(host.told, ElementsAre("view"));
+    EXPECT_THAT(box->subviews(), IsEmpty());
+    EXPECT_EQ(leaf->superview(), nullptr);
+    host.told.clear();
+    content->setNeedsDisplay();
+    leaf->setNeedsDisplay(); // no longer the window's
+    EXPECT_THAT(host.told, ElementsAre("display"));
+    host.told.clear();
+    window->setContentView(box);
+    EXPECT_THAT(host.told, ElementsAre("window"));
+}
+
 TEST_F(WindowControlsTest, AScreenReadersPressIsAClickInTheMiddle) {
     auto const group = std::make_shared<View>(Rect{50, 20, 100, 60});
     auto const target = std::make_shared<View>(Rect{10, 10, 20, 20});
@@ -220,10 +242,11 @@ TEST_F(WindowControlsTest, AHiddenViewTakesNoMouseAndNoKey) {
     EXPECT_EQ(clicks, 0);
 }
 
-TEST_F(WindowControlsTest, AKeyEquivalentIsItsKeyAloneAndGoesToNobodyElse) {
+TEST_F(WindowControlsTest, AKeyEquivalentIsItsKeyAlone) {
     addButton({10, 10, 50, 20}, "\r");
-    type("\r", kFlagCommand);
-    type("\r", kFlagShift);
+    for (auto const flag : {kFlagCommand, kFlagShift, kFlagControl, kFlagOption}) {
+        type("\r", flag);
+    }
     type("");
     type("x");
     EXPECT_EQ(clicks, 0);
@@ -359,6 +382,14 @@ TEST_F(WindowControllerTest, IsTheDelegateAndTheLastResponder) {
     type("a");
     window->receiveKeyState(false);
     EXPECT_THAT(said, ElementsAre("key", "typed a", "not key"));
+}
+
+TEST_F(WindowControllerTest, AKeyEquivalentGoesToNobodyElse) {
+    addButton({10, 10, 50, 20}, "\r");
+    type("\r");
+    type("\r", kFlagCommand);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_THAT(said, ElementsAre("typed \r"));
 }
 
 TEST_F(WindowControllerTest, MayGoInsideItsWindowsCloseAndTheWindowWithIt) {
