@@ -5,6 +5,7 @@
 #include "platform/platform.h"
 
 #include <string>
+#include <utility>
 
 namespace trovel {
 
