@@ -13,14 +13,13 @@ namespace trovel {
 namespace {
 
 bool isPng(std::string_view path) {
-    auto const name = path.substr(path.rfind('/') + 1);
-    auto const dot = name.rfind('.');
-    if (dot == std::string_view::npos || dot == 0) return false;
     auto const lowerCase = [](char character) {
         bool const isUpper = character >= 'A' && character <= 'Z';
         return isUpper ? static_cast<char>(character - 'A' + 'a') : character;
     };
-    return std::ranges::equal(name.substr(dot + 1), std::string_view("png"), {}, lowerCase);
+    // Behind the dot of a folder, and in a path without any, there is a slash: that is not "png".
+    return std::ranges::equal(path.substr(path.rfind('.') + 1), std::string_view("png"), {},
+                              lowerCase);
 }
 
 } // namespace

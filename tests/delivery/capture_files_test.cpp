@@ -87,6 +87,7 @@ TEST_F(CaptureFilesTest, AFileIsNamedByWholeMilliseconds) {
     EXPECT_EQ(captureFileName(at(1731700000123ms)), "Trovel-1731700000123.png");
     EXPECT_EQ(captureFileName(at(1731700000123ms + 999999ns)), "Trovel-1731700000123.png");
     EXPECT_EQ(captureFileName(at(0ms)), "Trovel-0.png");
+    EXPECT_EQ(captureFileName(at(-1500us)), "Trovel--1.png"); // towards zero
 }
 
 TEST_F(CaptureFilesTest, TheFolderIsListedOnceAndNothingElseIsAskedAboutOtherFiles) {
@@ -101,7 +102,9 @@ TEST_F(CaptureFilesTest, TheFolderIsListedOnceAndNothingElseIsAskedAboutOtherFil
 
 TEST_F(CaptureFilesTest, FiftyFilesStay) {
     putCaptures(50);
-    prune(50);
+    CountedFiles files(desktop.files);
+    pruneCaptures(files, folder, 50);
+    EXPECT_EQ(files.dates, 0);
     EXPECT_EQ(names().size(), 50U);
     EXPECT_EQ(desktop.journal.count<effect::FileRemoved>(), 0U);
 }
@@ -132,6 +135,7 @@ TEST_F(CaptureFilesTest, OnlyFilesThatEndInPngCountWhateverTheirCase) {
     putCaptures(2);
     put("old.PNG", at(1s));
     put("older.Png", at(500ms));
+    put("v1.2.png", at(1s));
     put("notes.txt", at(1s));
     put("png", at(1s));
     put("a.png.bak", at(1s));
