@@ -43,6 +43,13 @@ protected:
         return {program.processIdentifier, program.bundleIdentifier, program.localizedName,
                 program.activationPolicy};
     }
+    /// So many captures of long ago, one a second.
+    void putOldCaptures(int count) {
+        for (int index = 0; index < count; ++index) {
+            desktop.files.put(kFolder + "/Trovel-" + std::to_string(1000 + index) + ".png",
+                              FileSystem::Date(1000s + index * 1s));
+        }
+    }
     void choose(std::size_t item) { mode.terminalTargetSelected(*items[item]); }
     void storeTarget(std::int64_t tag) {
         desktop.preferences.store(kTerminalModeEnabled, true);
@@ -92,6 +99,9 @@ TEST(TerminalTargets, FiveTagsHaveAnIdentifier) {
         EXPECT_EQ(terminalTargetBundleID(tag), std::nullopt) << tag;
     }
     EXPECT_EQ(terminalTargetBundleID(2), "com.apple.Terminal");
+    EXPECT_EQ(terminalTargetBundleID(3), "com.googlecode.iterm2");
+    EXPECT_EQ(terminalTargetBundleID(4), "dev.warp.Warp-Stable");
+    EXPECT_EQ(terminalTargetBundleID(5), "com.microsoft.VSCode");
     EXPECT_EQ(terminalTargetBundleID(6), "com.todesktop.230313mzl4w4u92");
 }
 
@@ -155,10 +165,12 @@ TEST_F(TerminalModeTest, FromThePictureToThePastedPathInOrder) {
     EXPECT_EQ(desktop.queue.pending(), 0U);
 }
 
-TEST_F(TerminalModeTest, TwoCapturesOfOneMillisecondShareAFile) {
+TEST_F(TerminalModeTest, OfTwoCapturesOfOneMillisecondTheSecondReplacesTheFirst) {
     mode.deliverToTerminal(image);
+    image.size = {60, 40};
     mode.deliverToTerminal(image);
     EXPECT_EQ(desktop.files.files().size(), 1U);
+    EXPECT_EQ(desktop.files.files().at(kPath).contents, simulatedPng(image));
     desktop.user.wait(1ms);
     mode.deliverToTerminal(image);
     EXPECT_EQ(desktop.files.files().size(), 2U);
@@ -171,6 +183,39 @@ TEST_F(TerminalModeTest, FiftyCapturesAreKept) {
     }
     EXPECT_EQ(desktop.files.files().size(), 50U);
     EXPECT_EQ(desktop.files.files().begin()->first, kFolder + "/Trovel-1731700003000.png");
+}
+
+TEST_F(TerminalModeTest, TheOldestCaptureGoesAfterTheSaveAndBeforeThePasteboardIsTouched) {
+    putOldCaptures(50);
+    mode.deliverToTerminal(image);
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::FolderMade{kFolder}),
+                            Effect(effect::FileWritten{kPath, simulatedPng(image).size()}),
+                            Effect(effect::FileRemoved{kFolder + "/Trovel-1000.png"}),
+                            Effect(effect::PasteboardCleared{}),
+                            Effect(effect::TextWritten{kPath + " "})));
+}
+
+TEST_F(TerminalModeTest, AFailedSaveRemovesNoOlderCapture) {
+    putOldCaptures(60);
+    for (auto const fault : {Operation::encodePicture, Operation::makeFolder, Operation::writeFile,
+                             Operation::keepFile}) {
+        desktop.faults.failOnce(fault);
+        mode.deliverToTerminal(image);
+    }
+    EXPECT_EQ(desktop.journal.count<AlertShown>(), 4U);
+    EXPECT_EQ(desktop.journal.count<effect::FileRemoved>(), 0U);
+    expectNothingDelivered();
+}
+
+TEST_F(TerminalModeTest, ARefusedTextGoesUnreportedAndThePasteIsTriedAllTheSame) {
+    start("Warp", "dev.warp.Warp-Stable");
+    storeTarget(4);
+    desktop.faults.failOnce(Operation::writeText);
+    mode.deliverToTerminal(image);
+    desktop.user.wait(1min);
+    EXPECT_EQ(desktop.journal.count<effect::KeyPosted>(), 2U);
+    EXPECT_EQ(desktop.journal.count<AlertShown>(), 0U);
 }
 
 TEST_F(TerminalModeTest, APictureThatCannotBeEncodedIsReportedBeforeAnythingIsDone) {
@@ -235,9 +280,11 @@ TEST_F(TerminalModeTest, AStoppedTargetIsNamedAndThePathStaysOnThePasteboard) {
         mode.deliverToTerminal(image);
         EXPECT_THAT(desktop.journal.all<AlertShown>(),
                     ElementsAre(shown(std::string(name) + " is not running.")));
+        auto const newest = desktop.files.files().rbegin()->first;
+        EXPECT_EQ(desktop.pasteboard.contents(), PasteboardContents(newest + " "));
         EXPECT_EQ(desktop.journal.count<effect::ScriptExecuted>(), 0U);
+        EXPECT_EQ(desktop.queue.pending(), 0U);
     }
-    EXPECT_TRUE(std::get<std::string>(desktop.pasteboard.contents()).ends_with(".png "));
 }
 
 TEST_F(TerminalModeTest, AStoppedTargetWithoutAnItemIsTheSelectedApp) {
