@@ -127,7 +127,7 @@ TEST_F(StatusMenuTest, TheTwoSwitchesAreRightFromTheStart) {
     EXPECT_THAT(checked(), ElementsAre("Launch at Login", "Auto Send"));
 }
 
-TEST_F(StatusMenuTest, TheProductsNameIsInThreeRows) {
+TEST_F(StatusMenuTest, TheProductsNameIsInThreeRowsAndInAbout) {
     product.displayName = "Other";
     auto const other = AppDelegate::make(context, product);
     desktop.application.setDelegate(other.get());
@@ -136,6 +136,8 @@ TEST_F(StatusMenuTest, TheProductsNameIsInThreeRows) {
     EXPECT_EQ(rows[0], "Other (⌘⇧2)");
     EXPECT_EQ(rows[12], "About Other");
     EXPECT_EQ(rows[14], "Quit Other key q 1048576");
+    EXPECT_TRUE(choose({"About Other"}));
+    EXPECT_EQ(desktop.journal.all<effect::AlertShown>().front().alert.messageText, "Other");
     desktop.application.terminate();
 }
 
@@ -206,6 +208,13 @@ TEST_F(StatusMenuTest, RowsThatStandForNoApplicationKeepTheirState) {
     EXPECT_THAT(checkedApps(), ElementsAre("Browser Mode", "Edge", "Other…"));
 }
 
+TEST_F(StatusMenuTest, ATargetLeftOverFromATerminalModeThatIsOffIsNotChecked) {
+    desktop.preferences.store(kTerminalModeTarget, std::int64_t{4});
+    launch();
+    desktop.statusBar.open();
+    EXPECT_THAT(checked(), ElementsAre("Off"));
+}
+
 TEST_F(StatusMenuTest, TheFirstRowStartsACapture) {
     launch();
     EXPECT_TRUE(choose({"Trovel ("}));
@@ -241,13 +250,21 @@ TEST_F(StatusMenuTest, AutoSendIsToggledAndStaysStored) {
     EXPECT_THAT(desktop.journal.all<PreferenceWritten>(),
                 ElementsAre(PreferenceWritten{"autoSendEnabled", true},
                             PreferenceWritten{"autoSendEnabled", false}));
+    desktop.journal.clear();
+    delegate->toggleAutoSend();
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(PreferenceWritten{"autoSendEnabled", true}),
+                            Effect(MenuItemChanged{"Auto Send", true})));
 }
 
 TEST_F(StatusMenuTest, ATerminalTargetIsCheckedAtOnceAndAlone) {
     launch();
     EXPECT_TRUE(choose({"Terminal Mode", "Warp"}));
     EXPECT_THAT(checked(), ElementsAre("Warp"));
+    EXPECT_TRUE(desktop.preferences.boolForKey(kTerminalModeEnabled));
     EXPECT_EQ(desktop.preferences.integerForKey(kTerminalModeTarget), 4);
+    desktop.statusBar.open();
+    EXPECT_THAT(checked(), ElementsAre("Warp"));
     EXPECT_TRUE(choose({"Terminal Mode", "Off"}));
     EXPECT_THAT(checked(), ElementsAre("Off"));
     EXPECT_FALSE(desktop.preferences.boolForKey(kTerminalModeEnabled));
@@ -258,6 +275,9 @@ TEST_F(StatusMenuTest, OtherOpensTheChangeAppWindow) {
     EXPECT_TRUE(choose({"AI App", "Other…"}));
     ASSERT_NE(slots.sharedChangeAppWindow, nullptr);
     EXPECT_TRUE(slots.sharedChangeAppWindow->window()->isKeyWindow());
+    // Only the window's own opening activates the program.
+    EXPECT_THAT((only<effect::ActivationAsked, effect::MadeKey>(desktop.journal)),
+                ElementsAre(at(0s, effect::MadeKey{1}), at(0s, effect::ActivationAsked{false})));
 }
 
 TEST_F(StatusMenuTest, AChoiceInTheChangeAppWindowIsCheckedAtTheNextOpening) {
@@ -321,6 +341,9 @@ TEST_F(StatusMenuTest, ARecordedHotkeyIsStoredRegisteredAndShownAtOnce) {
                             at(0s, effect::HotKeyRegistered{122, 6144, {0x54524f56, 1}}),
                             at(0s, MenuItemChanged{"Trovel (⌃⌥F1)", false}),
                             at(0s, effect::OrderedOut{1})));
+    delegate->showAbout();
+    EXPECT_TRUE(desktop.journal.all<effect::AlertShown>().front().alert.informativeText.ends_with(
+        "\n\nCurrent hotkey: ⌃⌥F1"));
     desktop.user.pressKey(122, kFlagControl | kFlagOption);
     EXPECT_TRUE(delegate->screenshotManager().isCapturing());
     desktop.user.wait(1min);
@@ -385,6 +408,7 @@ TEST_F(StatusMenuTest, WhatsNewAndHelpOpenThePageAndTheMailProgram) {
     EXPECT_THAT(desktop.journal.all<effect::UrlOpened>(),
                 ElementsAre(effect::UrlOpened{"https://trovel.example/changelog"},
                             effect::UrlOpened{"mailto:help@trovel.example"}));
+    EXPECT_EQ(desktop.journal.count<effect::ActivationAsked>(), 0U);
 }
 
 TEST_F(StatusMenuTest, AddressesThatAreNoUrlsOpenAndReportNothing) {
@@ -435,6 +459,13 @@ TEST_F(StatusMenuTest, LaunchAtLoginIsTurnedOnAndOff) {
     EXPECT_EQ(items().launchAtLoginItem->state(), MenuItem::State::off);
     EXPECT_THAT(desktop.journal.all<effect::LoginItemChanged>(),
                 ElementsAre(effect::LoginItemChanged{true}, effect::LoginItemChanged{false}));
+    desktop.journal.clear();
+    delegate->toggleLaunchAtLogin();
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::LoginItemAsked{}),
+                            Effect(effect::LoginItemChanged{true}),
+                            Effect(effect::LoginItemAsked{}),
+                            Effect(MenuItemChanged{"Launch at Login", true})));
 }
 
 TEST_F(StatusMenuTest, AnythingButEnabledIsUncheckedAndIsEnabledByAChoice) {
