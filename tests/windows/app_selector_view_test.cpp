@@ -278,6 +278,8 @@ TEST_F(AppSelectorTest, WithoutABundleNameTheFilesNameIsTheApplications) {
     EXPECT_THAT(changes, ElementsAre("Some Tool.v2"));
     chooseInPanel("/Applications/Foo.app/", {"com.example.foo", std::nullopt});
     EXPECT_THAT(changes, ElementsAre("Some Tool.v2", "Foo"));
+    chooseInPanel("/Applications/.hidden", {"com.example.hidden", std::nullopt});
+    EXPECT_EQ(changes.back(), ".hidden"); // a name, not an extension
 }
 
 TEST_F(AppSelectorTest, AnApplicationOfTheCatalogueCanBeTheCustomOneToo) {

@@ -300,6 +300,16 @@ TEST_F(PermissionsWindowTest, TheCloseBoxEndsThePollAndCompletesNothing) {
     EXPECT_EQ(desktop.queue.pending(), 0U);
 }
 
+TEST_F(PermissionsWindowTest, AControllerThatOutlivesItsWindowPollsNoMore) {
+    open();
+    auto const controller = slots.sharedPermissionsWindow;
+    controller->window()->receiveCloseRequest();
+    EXPECT_EQ(controller.use_count(), 1);
+    desktop.journal.clear();
+    desktop.user.wait(10s);
+    EXPECT_THAT(desktop.journal.entries(), IsEmpty());
+}
+
 TEST_F(PermissionsWindowTest, AControllerThatGoesEndsItsPoll) {
     auto controller = PermissionsWindowController::make(context);
     EXPECT_EQ(desktop.queue.pending(), 1U);

@@ -50,6 +50,12 @@ TEST_F(MenuTest, ANewItemHasOnlyItsTitle) {
     EXPECT_FALSE(menu->items()[1]->hasAction());
 }
 
+TEST_F(MenuTest, AKeyEquivalentIsAKeyAndItsModifiers) {
+    inner->setKeyEquivalent("q", kFlagShift);
+    EXPECT_EQ(inner->keyEquivalent(), "q");
+    EXPECT_EQ(inner->keyEquivalentModifiers(), kFlagShift);
+}
+
 TEST_F(MenuTest, TheMirrorHearsOfRowsAtEveryDepth) {
     menu->setMirror(&mirror);
     outer->setState(MenuItem::State::on);
@@ -112,13 +118,16 @@ TEST_F(MenuTest, TheActionIsGivenItsRowAndMayDropTheMenu) {
 
 TEST_F(MenuTest, TheMenuSaysBeforeItOpensAndMayBeDroppedThen) {
     int opened = 0;
+    auto token = std::make_shared<int>();
+    std::weak_ptr<int> const weak = token;
     menu->receiveWillOpen();
-    menu->setWillOpen([&] {
-        ++opened;
+    menu->setWillOpen([&, token = std::move(token)] {
         menu.reset();
+        opened += weak.expired() ? 0 : 1;
     });
     menu->receiveWillOpen();
     EXPECT_EQ(opened, 1);
+    EXPECT_TRUE(weak.expired());
 }
 
 } // namespace

@@ -311,6 +311,22 @@ TEST_F(WindowControlsTest, AViewRemovedInItsOwnClickLivesUntilTheClickIsOver) {
     EXPECT_TRUE(weak.expired());
 }
 
+TEST_F(WindowControlsTest, AButtonRemovedByItsOwnKeyLivesUntilItsActionIsOver) {
+    std::weak_ptr<Button> weak;
+    bool lived = false;
+    Button::Look look;
+    look.keyEquivalent = "\r";
+    auto button = std::make_shared<Button>(Rect{10, 10, 50, 20}, "Remove", look, [&] {
+        content->removeAllSubviews();
+        lived = !weak.expired();
+    });
+    weak = button;
+    content->addSubview(std::move(button));
+    type("\r");
+    EXPECT_TRUE(lived);
+    EXPECT_TRUE(weak.expired());
+}
+
 TEST_F(WindowControlsTest, AButtonThatGoesInItsOwnActionTakesItsWindowAlongSafely) {
     std::weak_ptr<Window> const weak = window;
     addButton({10, 10, 50, 20});
