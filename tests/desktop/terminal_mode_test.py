@@ -219,6 +219,8 @@ class EditorTest(TerminalModeCase):
         self.shared.observer.activate(self.browser.window)
         wait_until(lambda: self.shared.observer.active_window() == self.browser.window.id,
                    "the editor is in front")
+        wait_until(lambda: ", focused" in self.shared.observer.title(self.browser.window),
+                   "keys reach the editor")
         before = self.text()
         self.shared.driver.type_text("look ")
         wait_until(lambda: self.text() == before + b"look ", "the question is typed")
