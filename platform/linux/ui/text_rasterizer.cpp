@@ -1,6 +1,7 @@
 #include "platform/linux/ui/text_rasterizer.h"
 
-#include <QFontDatabase>
+#include "platform/linux/ui/qt_values.h"
+
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QImage>
@@ -71,35 +72,10 @@ void blendInto(Bitmap& line, Bitmap const& cell, int x) {
     }
 }
 
-QFont::Weight qtWeight(Font::Weight weight) {
-    switch (weight) {
-    case Font::Weight::light: return QFont::Light;
-    case Font::Weight::regular: return QFont::Normal;
-    case Font::Weight::medium: return QFont::Medium;
-    case Font::Weight::semibold: return QFont::DemiBold;
-    case Font::Weight::bold: return QFont::Bold;
-    }
-    return QFont::Normal;
-}
-
-QFont qtFont(Font const& font, double scale) {
-    auto const role = font.family == Font::Family::monospacedSystem ? QFontDatabase::FixedFont
-                                                                    : QFontDatabase::GeneralFont;
-    QFont result = QFontDatabase::systemFont(role);
-    if (font.family == Font::Family::monospacedSystem) result.setStyleHint(QFont::Monospace);
+QFont fontAt(Font const& font, double scale) {
+    auto result = qtFont(font);
     result.setPointSizeF(font.size * scale * kPointsPerInch / kDotsPerInch);
-    result.setWeight(qtWeight(font.weight));
     return result;
-}
-
-QColor qtColor(Color const& color) {
-    auto const part = [](double value) { return static_cast<float>(std::clamp(value, 0.0, 1.0)); };
-    return QColor::fromRgbF(part(color.red), part(color.green), part(color.blue),
-                            part(color.alpha));
-}
-
-QString qtString(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 } // namespace
@@ -134,7 +110,7 @@ public:
     Face& find(Font const& font, double scale) {
         auto const known = std::ranges::find(faces_, font, &Face::font);
         if (known != faces_.end()) return *known;
-        auto qt = qtFont(font, scale);
+        auto qt = fontAt(font, scale);
         QFontMetricsF const metrics(qt, &device_);
         std::optional<double> pitch;
         if (QFontInfo(qt).fixedPitch()) pitch = metrics.horizontalAdvance(u'0');
