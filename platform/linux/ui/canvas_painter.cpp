@@ -1,6 +1,7 @@
 #include "platform/linux/ui/canvas_painter.h"
 
 #include "platform/linux/convert.h"
+#include "platform/linux/ui/overloaded.h"
 #include "platform/linux/xcb/connection.h"
 
 #include <algorithm>
@@ -10,13 +11,6 @@
 namespace trovel {
 
 namespace {
-
-template <class... Functions>
-struct Overloaded : Functions... {
-    using Functions::operator()...;
-};
-template <class... Functions>
-Overloaded(Functions...) -> Overloaded<Functions...>;
 
 /// Whether the two colour every pixel that both cover alike.
 bool coverAlike(CanvasOperation const& a, CanvasOperation const& b) {

@@ -1,6 +1,7 @@
 #include "platform/linux/ui/view_painter.h"
 
 #include "platform/linux/ui/icon_image.h"
+#include "platform/linux/ui/overloaded.h"
 #include "platform/linux/ui/own_icon.h"
 #include "platform/linux/ui/painter_canvas.h"
 #include "platform/linux/ui/qt_values.h"
@@ -24,13 +25,6 @@
 namespace trovel {
 
 namespace {
-
-template <class... Functions>
-struct Overloaded : Functions... {
-    using Functions::operator()...;
-};
-template <class... Functions>
-Overloaded(Functions...) -> Overloaded<Functions...>;
 
 /// How wide a symbol of a point size is drawn.
 constexpr double kSymbolWidthPerPoint = 1.25;
