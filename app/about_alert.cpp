@@ -1,8 +1,8 @@
 #include "app/about_alert.h"
 
-#include "app/hotkey.h"
 #include "app/product.h"
 #include "platform/bundle_info.h"
+#include "settings/hotkey.h"
 
 namespace trovel {
 

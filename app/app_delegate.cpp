@@ -8,12 +8,12 @@
 #include "delivery/auto_paster.h"
 #include "platform/alerts.h"
 #include "platform/fatal.h"
-#include "platform/status_bar.h"
+#include "platform/ui/status_bar.h"
 #include "platform/workspace.h"
-#include "windows/change_app_window_controller.h"
-#include "windows/hotkey_recorder_window_controller.h"
-#include "windows/onboarding_window_controller.h"
-#include "windows/permissions_window_controller.h"
+#include "setup_windows/change_app_window_controller.h"
+#include "setup_windows/hotkey_recorder_window_controller.h"
+#include "setup_windows/onboarding_window_controller.h"
+#include "setup_windows/permissions_window_controller.h"
 
 #include <utility>
 

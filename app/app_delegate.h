@@ -1,7 +1,5 @@
 #pragma once
 
-#include "app/hotkey.h"
-#include "app/preferences.h"
 #include "app/product.h"
 #include "app/status_menu.h"
 #include "capture/capture_pipeline.h"
@@ -11,7 +9,9 @@
 #include "platform/hotkey_service.h"
 #include "platform/platform.h"
 #include "platform/running_application.h"
-#include "windows/window_context.h"
+#include "settings/hotkey.h"
+#include "settings/preferences.h"
+#include "setup_windows/window_context.h"
 
 #include <memory>
 #include <optional>

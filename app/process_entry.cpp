@@ -1,7 +1,7 @@
 #include "app/process_entry.h"
 
 #include "app/app_delegate.h"
-#include "windows/window_slots.h"
+#include "setup_windows/window_slots.h"
 
 #include <utility>
 

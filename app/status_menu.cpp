@@ -1,9 +1,9 @@
 #include "app/status_menu.h"
 
-#include "app/hotkey.h"
 #include "app/launch_at_login_manager.h"
 #include "delivery/ai_app_catalogue.h"
 #include "delivery/terminal_targets.h"
+#include "settings/hotkey.h"
 
 #include <optional>
 #include <span>

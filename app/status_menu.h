@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/preferences.h"
 #include "app/product.h"
 #include "platform/platform.h"
 #include "platform/ui/menu.h"
+#include "settings/preferences.h"
 
 #include <functional>
 #include <memory>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/preferences.h"
 #include "capture/capture_error.h"
 #include "delivery/target_activation.h"
 #include "platform/platform.h"
 #include "platform/running_application.h"
+#include "settings/preferences.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/preferences.h"
 #include "delivery/ai_app.h"
+#include "settings/preferences.h"
 
 #include <optional>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/preferences.h"
 #include "delivery/ai_app.h"
 #include "platform/platform.h"
+#include "settings/preferences.h"
 
 #include <cstdint>
 #include <memory>

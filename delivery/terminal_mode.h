@@ -1,11 +1,11 @@
 #pragma once
 
-#include "app/preferences.h"
 #include "delivery/target_activation.h"
 #include "platform/image.h"
 #include "platform/platform.h"
 #include "platform/running_application.h"
 #include "platform/ui/menu.h"
+#include "settings/preferences.h"
 
 #include <functional>
 #include <memory>

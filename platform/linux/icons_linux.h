@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/icons.h"
 #include "platform/linux/application_groups.h"
 #include "platform/linux/desktop_entries.h"
+#include "platform/ui/icons.h"
 
 #include <filesystem>
 #include <vector>

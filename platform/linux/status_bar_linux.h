@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/xcb/screen_rest.h"
-#include "platform/status_bar.h"
+#include "platform/ui/status_bar.h"
 
 #include <filesystem>
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/icons.h"
 #include "platform/running_application.h"
 #include "platform/simulated/simulated_pixels.h"
+#include "platform/ui/icons.h"
 
 #include <map>
 #include <set>

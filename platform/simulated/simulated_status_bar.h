@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/simulated/journal.h"
-#include "platform/status_bar.h"
 #include "platform/ui/menu.h"
+#include "platform/ui/status_bar.h"
 
 #include <initializer_list>
 #include <string_view>

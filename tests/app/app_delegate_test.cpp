@@ -1,8 +1,8 @@
 #include "app/app_delegate.h"
 
 #include "capture/screenshot_manager.h"
+#include "setup_windows/onboarding_window_controller.h"
 #include "tests/support/desktop_test.h"
-#include "windows/onboarding_window_controller.h"
 
 #include <memory>
 

@@ -4,12 +4,12 @@
 #include "capture/screenshot_manager.h"
 #include "platform/ui/button.h"
 #include "platform/ui/label.h"
+#include "setup_windows/app_selector_view.h"
+#include "setup_windows/change_app_window_controller.h"
+#include "setup_windows/hotkey_recorder_window_controller.h"
+#include "setup_windows/permissions_window_controller.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
-#include "windows/app_selector_view.h"
-#include "windows/change_app_window_controller.h"
-#include "windows/hotkey_recorder_window_controller.h"
-#include "windows/permissions_window_controller.h"
 
 #include <memory>
 

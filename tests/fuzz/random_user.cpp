@@ -1,12 +1,12 @@
 #include "tests/fuzz/random_user.h"
 
-#include "app/hotkey.h"
-#include "app/preferences.h"
 #include "capture/screenshot_manager.h"
 #include "platform/carbon_modifiers.h"
 #include "platform/ui/menu.h"
 #include "platform/ui/view.h"
 #include "platform/ui/window.h"
+#include "settings/hotkey.h"
+#include "settings/preferences.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "setup_windows/window_slots.h"
 #include "tests/fuzz/invariants.h"
 #include "tests/fuzz/swarm.h"
-#include "windows/window_slots.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,11 +1,11 @@
 #include "app/app_delegate.h"
 #include "capture/screenshot_manager.h"
 #include "platform/ui/button.h"
+#include "setup_windows/app_selector_view.h"
+#include "setup_windows/onboarding_window_controller.h"
+#include "setup_windows/permissions_window_controller.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
-#include "windows/app_selector_view.h"
-#include "windows/onboarding_window_controller.h"
-#include "windows/permissions_window_controller.h"
 
 #include <memory>
 

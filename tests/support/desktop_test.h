@@ -2,8 +2,8 @@
 
 #include "app/product.h"
 #include "platform/simulated/simulated_desktop.h"
-#include "windows/window_context.h"
-#include "windows/window_slots.h"
+#include "setup_windows/window_context.h"
+#include "setup_windows/window_slots.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -22,21 +22,20 @@ POSIX_HEADERS = re.compile(
 # Which rooms each room may include besides itself.
 GROUND = ("platform", "platform/ui")
 ROOMS = {
-    "app": ("windows", "capture", "delivery", *GROUND),
-    "windows": ("delivery", *GROUND),
-    "capture": ("delivery", *GROUND),
-    "delivery": GROUND,
-    "platform": GROUND,
-    "platform/ui": GROUND,
+    "app": ("setup_windows", "capture", "delivery", "settings", *GROUND),
+    "setup_windows": ("delivery", "settings", *GROUND),
+    "capture": ("delivery", "settings", *GROUND),
+    "delivery": ("settings", *GROUND),
+    "settings": GROUND,
+    "platform/ui": ("platform",),
+    "platform": (),
     "platform/simulated": GROUND,
     "platform/linux": GROUND,
     "platform/macos": GROUND,
 }
-PRODUCT_ROOMS = ("app", "windows", "capture", "delivery")
+PRODUCT_ROOMS = ("app", "setup_windows", "capture", "delivery", "settings")
 BACKENDS = ("platform/simulated", "platform/linux", "platform/macos")
 TOOLKIT_BACKENDS = ("platform/linux", "platform/macos")
-# Two small values that every room of the product may include.
-OPEN_TO_ALL_ROOMS = ("app/hotkey.h", "app/preferences.h")
 
 SCRIPTS = (".py", ".sh", ".cmake", "CMakeLists.txt", "run", "test")
 
@@ -75,8 +74,6 @@ def include_directions(source):
             continue
         target = room_of(type(source.path)(include.path))
         if room is None or target == room:
-            continue
-        if include.path in OPEN_TO_ALL_ROOMS and room in PRODUCT_ROOMS:
             continue
         if target is None:
             yield *place, f'"{include.path}" is not written from the root of the tree'

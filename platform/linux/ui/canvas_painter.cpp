@@ -1,8 +1,8 @@
 #include "platform/linux/ui/canvas_painter.h"
 
 #include "platform/linux/convert.h"
-#include "platform/linux/ui/overloaded.h"
 #include "platform/linux/xcb/connection.h"
+#include "platform/ui/overloaded.h"
 
 #include <algorithm>
 #include <cmath>

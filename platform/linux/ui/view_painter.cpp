@@ -1,13 +1,13 @@
 #include "platform/linux/ui/view_painter.h"
 
 #include "platform/linux/ui/icon_image.h"
-#include "platform/linux/ui/overloaded.h"
 #include "platform/linux/ui/own_icon.h"
 #include "platform/linux/ui/painter_canvas.h"
 #include "platform/linux/ui/qt_values.h"
 #include "platform/linux/ui/symbols.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
+#include "platform/ui/overloaded.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>

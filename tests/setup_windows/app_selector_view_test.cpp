@@ -1,10 +1,10 @@
-#include "windows/app_selector_view.h"
+#include "setup_windows/app_selector_view.h"
 
-#include "app/preferences.h"
 #include "platform/simulated/simulated_pixels.h"
 #include "platform/ui/canvas_recording.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/window.h"
+#include "settings/preferences.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
 

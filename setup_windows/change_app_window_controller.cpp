@@ -1,11 +1,11 @@
-#include "windows/change_app_window_controller.h"
+#include "setup_windows/change_app_window_controller.h"
 
-#include "app/preferences.h"
 #include "platform/application.h"
 #include "platform/ui/button.h"
-#include "windows/app_selector_view.h"
-#include "windows/window_parts.h"
-#include "windows/window_slots.h"
+#include "settings/preferences.h"
+#include "setup_windows/app_selector_view.h"
+#include "setup_windows/window_parts.h"
+#include "setup_windows/window_slots.h"
 
 #include <utility>
 

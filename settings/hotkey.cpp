@@ -1,7 +1,7 @@
-#include "app/hotkey.h"
+#include "settings/hotkey.h"
 
-#include "app/preferences.h"
 #include "platform/fatal.h"
+#include "settings/preferences.h"
 
 #include <algorithm>
 #include <array>

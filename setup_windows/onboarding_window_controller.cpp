@@ -1,15 +1,15 @@
-#include "windows/onboarding_window_controller.h"
+#include "setup_windows/onboarding_window_controller.h"
 
-#include "app/preferences.h"
 #include "platform/application.h"
-#include "platform/icons.h"
 #include "platform/ui/button.h"
+#include "platform/ui/icons.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/separator.h"
-#include "windows/app_selector_view.h"
-#include "windows/permissions_window_controller.h"
-#include "windows/window_parts.h"
-#include "windows/window_slots.h"
+#include "settings/preferences.h"
+#include "setup_windows/app_selector_view.h"
+#include "setup_windows/permissions_window_controller.h"
+#include "setup_windows/window_parts.h"
+#include "setup_windows/window_slots.h"
 
 #include <array>
 #include <string_view>

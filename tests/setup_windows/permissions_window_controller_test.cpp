@@ -1,10 +1,10 @@
-#include "windows/permissions_window_controller.h"
+#include "setup_windows/permissions_window_controller.h"
 
 #include "platform/ui/button.h"
 #include "platform/ui/label.h"
+#include "setup_windows/change_app_window_controller.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
-#include "windows/change_app_window_controller.h"
 
 #include <memory>
 

@@ -1,18 +1,18 @@
-#include "windows/app_selector_view.h"
+#include "setup_windows/app_selector_view.h"
 
-#include "app/preferences.h"
 #include "delivery/ai_app_catalogue.h"
 #include "delivery/ai_app_detector.h"
 #include "platform/alerts.h"
-#include "platform/icons.h"
 #include "platform/open_panels.h"
 #include "platform/platform.h"
 #include "platform/running_application.h"
 #include "platform/ui/animator.h"
 #include "platform/ui/canvas.h"
+#include "platform/ui/icons.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
 #include "platform/workspace.h"
+#include "settings/preferences.h"
 
 #include <algorithm>
 #include <chrono>

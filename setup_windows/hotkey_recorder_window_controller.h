@@ -2,7 +2,7 @@
 
 #include "platform/registration.h"
 #include "platform/ui/window_controller.h"
-#include "windows/window_context.h"
+#include "setup_windows/window_context.h"
 
 #include <cstdint>
 #include <functional>

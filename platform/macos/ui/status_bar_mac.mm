@@ -1,4 +1,4 @@
-#include "platform/macos/status_bar_mac.h"
+#include "platform/macos/ui/status_bar_mac.h"
 
 #include "platform/macos/ui/drawn_image_mac.h"
 #include "platform/macos/ui/menu_mirror_mac.h"

@@ -1,7 +1,7 @@
-#include "app/hotkey.h"
+#include "settings/hotkey.h"
 
-#include "app/preferences.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "settings/preferences.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

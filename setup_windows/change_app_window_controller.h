@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ui/window_controller.h"
-#include "windows/window_context.h"
+#include "setup_windows/window_context.h"
 
 #include <memory>
 

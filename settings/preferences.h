@@ -33,7 +33,8 @@ public:
     void setAutoSendEnabled(bool value);
 
     /// The user has recorded a hotkey; otherwise the two keys below mean nothing. They are stored
-    /// values: loadHotkey() and saveHotkey() of app/hotkey.h are the way to read and write them.
+    /// values: loadHotkey() and saveHotkey() of settings/hotkey.h are the way to read and write
+    /// them.
     [[nodiscard]] bool hotkeyIsCustom() const;
     void setHotkeyIsCustom(bool value);
     [[nodiscard]] std::int64_t hotkeyKeyCode() const;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/status_bar.h"
+#include "platform/ui/status_bar.h"
 
 namespace trovel {
 

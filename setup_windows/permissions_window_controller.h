@@ -3,7 +3,7 @@
 #include "platform/color.h"
 #include "platform/registration.h"
 #include "platform/ui/window_controller.h"
-#include "windows/window_context.h"
+#include "setup_windows/window_context.h"
 
 #include <functional>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "app/preferences.h"
+#include "settings/preferences.h"
 
 #include "platform/simulated/simulated_desktop.h"
 

@@ -1,12 +1,12 @@
-#include "windows/hotkey_recorder_window_controller.h"
+#include "setup_windows/hotkey_recorder_window_controller.h"
 
-#include "app/hotkey.h"
-#include "app/preferences.h"
 #include "platform/application.h"
 #include "platform/hotkey_service.h"
 #include "platform/ui/button.h"
-#include "windows/window_parts.h"
-#include "windows/window_slots.h"
+#include "settings/hotkey.h"
+#include "settings/preferences.h"
+#include "setup_windows/window_parts.h"
+#include "setup_windows/window_slots.h"
 
 #include <string>
 #include <utility>

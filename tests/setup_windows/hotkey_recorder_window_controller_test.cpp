@@ -1,11 +1,11 @@
-#include "windows/hotkey_recorder_window_controller.h"
+#include "setup_windows/hotkey_recorder_window_controller.h"
 
-#include "app/preferences.h"
 #include "platform/ui/button.h"
 #include "platform/ui/label.h"
+#include "settings/preferences.h"
+#include "setup_windows/permissions_window_controller.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
-#include "windows/permissions_window_controller.h"
 
 #include <memory>
 #include <utility>

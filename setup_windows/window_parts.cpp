@@ -1,4 +1,4 @@
-#include "windows/window_parts.h"
+#include "setup_windows/window_parts.h"
 
 #include "platform/platform.h"
 #include "platform/ui/visual_effect_view.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/icons.h"
+#include "platform/ui/icons.h"
 
 namespace trovel {
 

@@ -1,4 +1,4 @@
-#include "platform/macos/icons_mac.h"
+#include "platform/macos/ui/icons_mac.h"
 
 #include "platform/macos/convert.h"
 #include "platform/macos/image_mac.h"

@@ -1,15 +1,15 @@
-#include "windows/permissions_window_controller.h"
+#include "setup_windows/permissions_window_controller.h"
 
 #include "platform/application.h"
-#include "platform/icons.h"
 #include "platform/main_queue.h"
 #include "platform/permissions.h"
 #include "platform/process_host.h"
 #include "platform/ui/button.h"
+#include "platform/ui/icons.h"
 #include "platform/ui/image_view.h"
 #include "platform/workspace.h"
-#include "windows/window_parts.h"
-#include "windows/window_slots.h"
+#include "setup_windows/window_parts.h"
+#include "setup_windows/window_slots.h"
 
 #include <array>
 #include <chrono>
