@@ -1,5 +1,5 @@
 #include "capture/selection_overlay_view.h"
-#include "platform/simulated/simulated_windows.h"
+#include "platform/simulated/simulated_window_host.h"
 #include "platform/ui/canvas_recording.h"
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/simulated/effects.h"
-#include "platform/simulated/virtual_queue.h"
+#include "platform/simulated/simulated_main_queue.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -38,7 +38,7 @@ std::ostream& operator<<(std::ostream& stream, Kind const& effect) {
 /// Everything that the program did to the desktop and the desktop to it, in order.
 class Journal {
 public:
-    explicit Journal(VirtualQueue const& clock) : clock_(clock) {}
+    explicit Journal(SimulatedMainQueue const& clock) : clock_(clock) {}
 
     void record(Effect effect);
 
@@ -79,7 +79,7 @@ public:
     [[nodiscard]] std::uint64_t digest() const { return digest_; }
 
 private:
-    VirtualQueue const& clock_;
+    SimulatedMainQueue const& clock_;
     std::vector<JournalEntry> entries_;
     std::uint64_t digest_ = 0xcbf29ce484222325U;
 };

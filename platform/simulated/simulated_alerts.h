@@ -12,7 +12,7 @@ namespace trovel {
 /// Alerts that block their caller in virtual time: the queue goes on until the user closes them.
 class SimulatedAlerts final : public Alerts {
 public:
-    SimulatedAlerts(VirtualQueue& queue, Journal& journal, SimulatedApplication& application)
+    SimulatedAlerts(SimulatedMainQueue& queue, Journal& journal, SimulatedApplication& application)
         : queue_(queue), journal_(journal), application_(application) {}
     ~SimulatedAlerts() = default;
 
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::vector<Alert> const& shown() const { return shown_; }
 
 private:
-    VirtualQueue& queue_;
+    SimulatedMainQueue& queue_;
     Journal& journal_;
     SimulatedApplication& application_;
     std::optional<MainQueue::Duration> readingTime_ = std::chrono::seconds(1);

@@ -19,7 +19,7 @@ enum class SelfActivation : std::uint8_t {
 /// The application object and its event loop.
 class SimulatedApplication final : public Application {
 public:
-    SimulatedApplication(VirtualQueue& queue, Journal& journal, Faults& faults,
+    SimulatedApplication(SimulatedMainQueue& queue, Journal& journal, Faults& faults,
                          SimulatedWorkspace& workspace)
         : queue_(queue), journal_(journal), faults_(faults), workspace_(workspace) {}
     ~SimulatedApplication() = default;
@@ -46,7 +46,7 @@ public:
 private:
     void activate(bool ignoringOtherApps);
 
-    VirtualQueue& queue_;
+    SimulatedMainQueue& queue_;
     Journal& journal_;
     Faults& faults_;
     SimulatedWorkspace& workspace_;

@@ -7,32 +7,32 @@
 #include "platform/simulated/simulated_alerts.h"
 #include "platform/simulated/simulated_animator.h"
 #include "platform/simulated/simulated_application.h"
-#include "platform/simulated/simulated_bundle.h"
-#include "platform/simulated/simulated_capturer.h"
+#include "platform/simulated/simulated_bundle_info.h"
 #include "platform/simulated/simulated_cursors.h"
-#include "platform/simulated/simulated_encoder.h"
-#include "platform/simulated/simulated_files.h"
-#include "platform/simulated/simulated_hotkeys.h"
+#include "platform/simulated/simulated_event_monitors.h"
+#include "platform/simulated/simulated_event_synthesizer.h"
+#include "platform/simulated/simulated_file_system.h"
+#include "platform/simulated/simulated_hotkey_service.h"
 #include "platform/simulated/simulated_icons.h"
+#include "platform/simulated/simulated_image_encoder.h"
 #include "platform/simulated/simulated_input.h"
 #include "platform/simulated/simulated_login_item.h"
-#include "platform/simulated/simulated_monitors.h"
+#include "platform/simulated/simulated_main_queue.h"
 #include "platform/simulated/simulated_open_panels.h"
 #include "platform/simulated/simulated_pasteboard.h"
 #include "platform/simulated/simulated_permissions.h"
-#include "platform/simulated/simulated_preferences.h"
-#include "platform/simulated/simulated_process.h"
+#include "platform/simulated/simulated_preference_store.h"
+#include "platform/simulated/simulated_process_host.h"
+#include "platform/simulated/simulated_screen_capturer.h"
 #include "platform/simulated/simulated_screens.h"
-#include "platform/simulated/simulated_scripts.h"
+#include "platform/simulated/simulated_script_runner.h"
 #include "platform/simulated/simulated_status_bar.h"
-#include "platform/simulated/simulated_synthesizer.h"
 #include "platform/simulated/simulated_updater.h"
 #include "platform/simulated/simulated_user.h"
 #include "platform/simulated/simulated_wall_clock.h"
-#include "platform/simulated/simulated_windows.h"
+#include "platform/simulated/simulated_window_host.h"
 #include "platform/simulated/simulated_worker.h"
 #include "platform/simulated/simulated_workspace.h"
-#include "platform/simulated/virtual_queue.h"
 
 #include <cstdint>
 
@@ -55,20 +55,20 @@ public:
     /// The desktop as the program sees it.
     [[nodiscard]] Platform platform();
 
-    VirtualQueue queue;
+    SimulatedMainQueue queue;
     Journal journal;
     Faults faults;
     SimulatedPermissions permissions;
-    SimulatedPreferences preferences;
+    SimulatedPreferenceStore preferences;
     SimulatedPasteboard pasteboard;
     SimulatedWorker worker;
     SimulatedScreens screens;
     SimulatedCursors cursors;
-    SimulatedMonitors monitors;
-    SimulatedHotkeys hotkeys;
-    SimulatedWindows windows;
+    SimulatedEventMonitors monitors;
+    SimulatedHotkeyService hotkeys;
+    SimulatedWindowHost windows;
     SimulatedWorkspace workspace;
-    SimulatedScripts scripts;
+    SimulatedScriptRunner scripts;
     SimulatedAccessibility accessibility;
     SimulatedApplication application;
     SimulatedAlerts alerts;
@@ -77,15 +77,15 @@ public:
     SimulatedIcons icons;
     SimulatedOpenPanels openPanels;
     SimulatedWallClock wallClock;
-    SimulatedFiles files;
-    SimulatedEncoder encoder;
-    SimulatedBundle bundle;
-    SimulatedProcess process;
+    SimulatedFileSystem files;
+    SimulatedImageEncoder encoder;
+    SimulatedBundleInfo bundle;
+    SimulatedProcessHost process;
     SimulatedLoginItem loginItem;
     SimulatedUpdater updater;
-    SimulatedCapturer capturer;
+    SimulatedScreenCapturer capturer;
     SimulatedInput input;
-    SimulatedSynthesizer events;
+    SimulatedEventSynthesizer events;
     SimulatedUser user;
 };
 

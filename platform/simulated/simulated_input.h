@@ -4,12 +4,12 @@
 #include "platform/key_codes.h"
 #include "platform/simulated/simulated_alerts.h"
 #include "platform/simulated/simulated_application.h"
-#include "platform/simulated/simulated_capturer.h"
-#include "platform/simulated/simulated_hotkeys.h"
-#include "platform/simulated/simulated_monitors.h"
+#include "platform/simulated/simulated_event_monitors.h"
+#include "platform/simulated/simulated_hotkey_service.h"
 #include "platform/simulated/simulated_pasteboard.h"
+#include "platform/simulated/simulated_screen_capturer.h"
 #include "platform/simulated/simulated_screens.h"
-#include "platform/simulated/simulated_windows.h"
+#include "platform/simulated/simulated_window_host.h"
 #include "platform/simulated/simulated_workspace.h"
 #include "platform/ui/events.h"
 
@@ -26,16 +26,16 @@ class SimulatedInput {
 public:
     struct World {
         Journal& journal;
-        VirtualQueue& queue;
+        SimulatedMainQueue& queue;
         SimulatedScreens const& screens;
         SimulatedWorkspace& workspace;
         SimulatedApplication& application;
         SimulatedPasteboard const& pasteboard;
-        SimulatedHotkeys& hotkeys;
-        SimulatedMonitors const& monitors;
-        SimulatedWindows& windows;
+        SimulatedHotkeyService& hotkeys;
+        SimulatedEventMonitors const& monitors;
+        SimulatedWindowHost& windows;
         SimulatedAlerts& alerts;
-        SimulatedCapturer& capturer;
+        SimulatedScreenCapturer& capturer;
     };
 
     explicit SimulatedInput(World world) : world_(world) {}

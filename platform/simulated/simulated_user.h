@@ -9,7 +9,7 @@ namespace trovel {
 /// on the queue. Points are global screen points.
 class SimulatedUser {
 public:
-    explicit SimulatedUser(SimulatedInput& input, VirtualQueue& queue)
+    explicit SimulatedUser(SimulatedInput& input, SimulatedMainQueue& queue)
         : input_(input), queue_(queue) {}
 
     /// Presses a key with those modifiers held, and lets it go.
@@ -35,7 +35,7 @@ public:
 
 private:
     SimulatedInput& input_;
-    VirtualQueue& queue_;
+    SimulatedMainQueue& queue_;
 };
 
 } // namespace trovel

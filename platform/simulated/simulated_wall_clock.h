@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/simulated/virtual_queue.h"
+#include "platform/simulated/simulated_main_queue.h"
 #include "platform/wall_clock.h"
 
 namespace trovel {
@@ -8,7 +8,7 @@ namespace trovel {
 /// A date that goes on with the desktop's virtual time and can be set.
 class SimulatedWallClock final : public WallClock {
 public:
-    explicit SimulatedWallClock(VirtualQueue const& queue) : queue_(queue) {}
+    explicit SimulatedWallClock(SimulatedMainQueue const& queue) : queue_(queue) {}
     ~SimulatedWallClock() = default;
 
     [[nodiscard]] Date now() const override { return start_ + queue_.now(); }
@@ -16,7 +16,7 @@ public:
     void set(Date now) { start_ = now - queue_.now(); }
 
 private:
-    VirtualQueue const& queue_;
+    SimulatedMainQueue const& queue_;
     Date start_{std::chrono::milliseconds(1'731'700'000'000)};
 };
 

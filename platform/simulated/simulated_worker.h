@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/simulated/virtual_queue.h"
+#include "platform/simulated/simulated_main_queue.h"
 #include "platform/worker.h"
 
 namespace trovel {
@@ -9,7 +9,7 @@ namespace trovel {
 /// the only thread there is.
 class SimulatedWorker final : public Worker {
 public:
-    explicit SimulatedWorker(VirtualQueue& queue) : queue_(queue) {}
+    explicit SimulatedWorker(SimulatedMainQueue& queue) : queue_(queue) {}
     ~SimulatedWorker() = default;
 
     void run(Task task) override;
@@ -24,7 +24,7 @@ public:
 private:
     void perform(Task const& task);
 
-    VirtualQueue& queue_;
+    SimulatedMainQueue& queue_;
     MainQueue::Duration latency_ = std::chrono::milliseconds(20);
     MainQueue::Duration lastEnd_ = MainQueue::Duration::zero();
     bool isRunningTask_ = false;

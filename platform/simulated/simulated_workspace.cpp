@@ -20,7 +20,7 @@ RunningApplication trovelItself() {
 
 } // namespace
 
-SimulatedWorkspace::SimulatedWorkspace(VirtualQueue& queue, Journal& journal)
+SimulatedWorkspace::SimulatedWorkspace(SimulatedMainQueue& queue, Journal& journal)
     : queue_(queue), journal_(journal) {}
 
 std::vector<RunningApplication> SimulatedWorkspace::runningApplications() const {

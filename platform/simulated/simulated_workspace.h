@@ -17,7 +17,7 @@ inline constexpr std::int32_t kTrovelProcess = 1;
 /// The programs that run beside Trovel, in the order in which they were started.
 class SimulatedWorkspace final : public Workspace {
 public:
-    SimulatedWorkspace(VirtualQueue& queue, Journal& journal);
+    SimulatedWorkspace(SimulatedMainQueue& queue, Journal& journal);
     ~SimulatedWorkspace() = default;
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
@@ -57,7 +57,7 @@ public:
 private:
     void setFrontmost(std::int32_t processIdentifier);
 
-    VirtualQueue& queue_;
+    SimulatedMainQueue& queue_;
     Journal& journal_;
     std::vector<std::unique_ptr<SimulatedProgram>> programs_;
     std::vector<std::int32_t> frontToBack_; // every program that was ever in front or started

@@ -15,7 +15,7 @@ using testing::ElementsAre;
 class PreferencesTest : public testing::Test {
 protected:
     SimulatedDesktop desktop;
-    SimulatedPreferences& store = desktop.preferences;
+    SimulatedPreferenceStore& store = desktop.preferences;
     Preferences preferences{store};
 };
 

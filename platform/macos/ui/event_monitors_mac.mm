@@ -1,7 +1,7 @@
 #include "platform/macos/ui/event_monitors_mac.h"
 
 #include "platform/macos/entry.h"
-#include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 
 #include <memory>
 #include <utility>

@@ -2,7 +2,7 @@
 
 #include "platform/macos/convert.h"
 #include "platform/macos/image_mac.h"
-#include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/drawn_image_mac.h"
 
 #include <variant>

@@ -1,7 +1,7 @@
 #include "platform/macos/ui/layer_mac.h"
 
 #include "platform/macos/convert.h"
-#include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 
 namespace trovel {
 

@@ -2,7 +2,7 @@
 
 #include "platform/macos/convert.h"
 #include "platform/macos/entry.h"
-#include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 #include "platform/ui/window.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "platform/macos/ui/view_contents.h"
 
 #include "platform/macos/convert.h"
-#include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/icon_image_mac.h"
 #include "platform/ui/button.h"
 #include "platform/ui/image_view.h"

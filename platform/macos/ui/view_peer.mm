@@ -2,8 +2,8 @@
 
 #include "platform/fatal.h"
 #include "platform/macos/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/canvas_view.h"
-#include "platform/macos/ui/convert.h"
 #include "platform/macos/ui/layer_mac.h"
 #include "platform/macos/ui/view_contents.h"
 #include "platform/macos/ui/view_events.h"

@@ -1,6 +1,6 @@
 #include "platform/macos/ui/window_host_mac.h"
 
-#include "platform/macos/ui/window_peer.h"
+#include "platform/macos/ui/window_peer_mac.h"
 
 namespace trovel {
 

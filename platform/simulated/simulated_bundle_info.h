@@ -7,10 +7,10 @@
 namespace trovel {
 
 /// The program's bundle, version 0.1.0 build 7 until a test says otherwise.
-class SimulatedBundle final : public BundleInfo {
+class SimulatedBundleInfo final : public BundleInfo {
 public:
-    SimulatedBundle() = default;
-    ~SimulatedBundle() = default;
+    SimulatedBundleInfo() = default;
+    ~SimulatedBundleInfo() = default;
 
     [[nodiscard]] std::optional<std::string> stringForKey(std::string_view key) const override {
         auto const found = values_.find(key);

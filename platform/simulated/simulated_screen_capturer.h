@@ -4,14 +4,14 @@
 #include "platform/simulated/faults.h"
 #include "platform/simulated/simulated_permissions.h"
 #include "platform/simulated/simulated_screens.h"
-#include "platform/simulated/simulated_windows.h"
+#include "platform/simulated/simulated_window_host.h"
 #include "platform/simulated/simulated_worker.h"
 
 namespace trovel {
 
 /// Takes pictures of the simulated displays as they are at that moment: with Trovel's own windows
 /// where they are up, and with the pointer where it is asked for.
-class SimulatedCapturer final : public ScreenCapturer {
+class SimulatedScreenCapturer final : public ScreenCapturer {
 public:
     struct World {
         Journal& journal;
@@ -19,11 +19,11 @@ public:
         SimulatedWorker const& worker;
         SimulatedPermissions const& permissions;
         SimulatedScreens const& screens;
-        SimulatedWindows const& windows;
+        SimulatedWindowHost const& windows;
     };
 
-    explicit SimulatedCapturer(World world) : world_(world) {}
-    ~SimulatedCapturer() = default;
+    explicit SimulatedScreenCapturer(World world) : world_(world) {}
+    ~SimulatedScreenCapturer() = default;
 
     void sessionWillBegin() override;
     void sessionDidEnd() override;

@@ -1,4 +1,4 @@
-#include "platform/simulated/simulated_encoder.h"
+#include "platform/simulated/simulated_image_encoder.h"
 
 #include "platform/simulated/journal.h"
 #include "platform/simulated/simulated_pixels.h"
@@ -12,7 +12,7 @@ std::vector<std::uint8_t> simulatedPng(Image const& image) {
     return {text.begin(), text.end()};
 }
 
-ByteBuffer SimulatedEncoder::pngRepresentation(Image const& image) {
+ByteBuffer SimulatedImageEncoder::pngRepresentation(Image const& image) {
     if (faults_.strikes(Operation::encodePicture)) return nullptr;
     return std::make_shared<std::vector<std::uint8_t> const>(simulatedPng(image));
 }

@@ -7,11 +7,11 @@
 namespace trovel {
 
 /// Runs activation scripts: the program of that name is asked to come to the front.
-class SimulatedScripts final : public ScriptRunner {
+class SimulatedScriptRunner final : public ScriptRunner {
 public:
-    SimulatedScripts(SimulatedWorkspace& workspace, Journal& journal, Faults& faults)
+    SimulatedScriptRunner(SimulatedWorkspace& workspace, Journal& journal, Faults& faults)
         : workspace_(workspace), journal_(journal), faults_(faults) {}
-    ~SimulatedScripts() = default;
+    ~SimulatedScriptRunner() = default;
 
     void execute(std::string_view source) override;
 

@@ -6,10 +6,10 @@
 namespace trovel {
 
 /// The program's event monitors, whose coming and going the journal notes.
-class SimulatedMonitors final : public EventMonitors {
+class SimulatedEventMonitors final : public EventMonitors {
 public:
-    explicit SimulatedMonitors(Journal& journal) : journal_(journal) {}
-    ~SimulatedMonitors() = default;
+    explicit SimulatedEventMonitors(Journal& journal) : journal_(journal) {}
+    ~SimulatedEventMonitors() = default;
 
     Registration addLocalKeyDownMonitor(KeyDownHandler handler) override;
 

@@ -10,7 +10,7 @@
 namespace trovel {
 
 /// A file system in memory. Only the home folder is there at first.
-class SimulatedFiles final : public FileSystem {
+class SimulatedFileSystem final : public FileSystem {
 public:
     struct File {
         std::vector<std::uint8_t> contents;
@@ -19,9 +19,9 @@ public:
         bool isStuck = false;
     };
 
-    SimulatedFiles(Journal& journal, Faults& faults, SimulatedWallClock const& clock)
+    SimulatedFileSystem(Journal& journal, Faults& faults, SimulatedWallClock const& clock)
         : journal_(journal), faults_(faults), clock_(clock) {}
-    ~SimulatedFiles() = default;
+    ~SimulatedFileSystem() = default;
 
     [[nodiscard]] std::string homeDirectory() const override { return home_; }
     [[nodiscard]] bool createDirectory(std::string_view path) override;

@@ -1,4 +1,4 @@
-#include "platform/simulated/simulated_hotkeys.h"
+#include "platform/simulated/simulated_hotkey_service.h"
 
 #include "platform/fatal.h"
 
@@ -7,8 +7,8 @@
 
 namespace trovel {
 
-std::optional<EventHandlerRef> SimulatedHotkeys::installEventHandler(HotKeyHandler handler,
-                                                                     void* userData) {
+std::optional<EventHandlerRef> SimulatedHotkeyService::installEventHandler(HotKeyHandler handler,
+                                                                           void* userData) {
     if (faults_.strikes(Operation::installEventHandler)) return std::nullopt;
     auto const ref = static_cast<EventHandlerRef>(nextRef_++);
     handlers_.push_back({ref, handler, userData});
@@ -16,16 +16,16 @@ std::optional<EventHandlerRef> SimulatedHotkeys::installEventHandler(HotKeyHandl
     return ref;
 }
 
-void SimulatedHotkeys::removeEventHandler(EventHandlerRef handler) {
+void SimulatedHotkeyService::removeEventHandler(EventHandlerRef handler) {
     auto const found = std::ranges::find(handlers_, handler, &Handler::ref);
     if (found == handlers_.end()) fatal("an event handler was removed that is not installed");
     handlers_.erase(found);
     journal_.record(effect::HandlerRemoved{});
 }
 
-std::optional<EventHotKeyRef> SimulatedHotkeys::registerEventHotKey(std::uint32_t keyCode,
-                                                                    std::uint32_t modifiers,
-                                                                    EventHotKeyId id) {
+std::optional<EventHotKeyRef> SimulatedHotkeyService::registerEventHotKey(std::uint32_t keyCode,
+                                                                          std::uint32_t modifiers,
+                                                                          EventHotKeyId id) {
     KeyCombination const combination{keyCode, modifiers};
     if (faults_.strikes(Operation::registerHotKey)) return std::nullopt;
     if (takenElsewhere_.contains(combination) || isRegistered(combination)) return std::nullopt;
@@ -35,7 +35,7 @@ std::optional<EventHotKeyRef> SimulatedHotkeys::registerEventHotKey(std::uint32_
     return ref;
 }
 
-void SimulatedHotkeys::unregisterEventHotKey(EventHotKeyRef hotKey) {
+void SimulatedHotkeyService::unregisterEventHotKey(EventHotKeyRef hotKey) {
     auto const found = std::ranges::find(hotKeys_, hotKey, &HotKey::ref);
     if (found == hotKeys_.end()) fatal("a hot key was unregistered that is not registered");
     journal_.record(
@@ -43,24 +43,24 @@ void SimulatedHotkeys::unregisterEventHotKey(EventHotKeyRef hotKey) {
     hotKeys_.erase(found);
 }
 
-Registration SimulatedHotkeys::suspend() {
+Registration SimulatedHotkeyService::suspend() {
     if (suspensions_++ == 0) journal_.record(effect::HotKeysSuspended{true});
     return Registration([this] {
         if (--suspensions_ == 0) journal_.record(effect::HotKeysSuspended{false});
     });
 }
 
-bool SimulatedHotkeys::isRegistered(KeyCombination combination) const {
+bool SimulatedHotkeyService::isRegistered(KeyCombination combination) const {
     return std::ranges::find(hotKeys_, combination, &HotKey::combination) != hotKeys_.end();
 }
 
-std::vector<KeyCombination> SimulatedHotkeys::combinations() const {
+std::vector<KeyCombination> SimulatedHotkeyService::combinations() const {
     std::vector<KeyCombination> combinations;
     for (auto const& hotKey : hotKeys_) combinations.push_back(hotKey.combination);
     return combinations;
 }
 
-bool SimulatedHotkeys::press(KeyCombination combination) {
+bool SimulatedHotkeyService::press(KeyCombination combination) {
     if (isSuspended() || !isRegistered(combination)) return false;
     // A handler may remove itself and others: those that are gone by then are not asked.
     auto const handlers = handlers_;

@@ -1,12 +1,12 @@
-#include "platform/simulated/simulated_synthesizer.h"
+#include "platform/simulated/simulated_event_synthesizer.h"
 
 #include <utility>
 
 namespace trovel {
 
-class SimulatedSynthesizer::Mouse final : public SynthesizedEvent {
+class SimulatedEventSynthesizer::Mouse final : public SynthesizedEvent {
 public:
-    Mouse(SimulatedSynthesizer& owner, MouseAction action, Point position)
+    Mouse(SimulatedEventSynthesizer& owner, MouseAction action, Point position)
         : owner_(owner), action_(action), position_(position) {}
     ~Mouse() override = default;
 
@@ -25,14 +25,14 @@ public:
     }
 
 private:
-    SimulatedSynthesizer& owner_;
+    SimulatedEventSynthesizer& owner_;
     MouseAction action_;
     Point position_;
 };
 
-class SimulatedSynthesizer::Key final : public SynthesizedEvent {
+class SimulatedEventSynthesizer::Key final : public SynthesizedEvent {
 public:
-    Key(SimulatedSynthesizer& owner, KeyCode keyCode, KeyAction action)
+    Key(SimulatedEventSynthesizer& owner, KeyCode keyCode, KeyAction action)
         : owner_(owner), keyCode_(keyCode), action_(action) {}
     ~Key() override = default;
 
@@ -50,23 +50,25 @@ public:
     }
 
 private:
-    SimulatedSynthesizer& owner_;
+    SimulatedEventSynthesizer& owner_;
     KeyCode keyCode_;
     KeyAction action_;
     EventFlags flags_ = 0;
 };
 
-EventSynthesizer::EventPtr SimulatedSynthesizer::mouseEvent(MouseAction action, Point position) {
+EventSynthesizer::EventPtr SimulatedEventSynthesizer::mouseEvent(MouseAction action,
+                                                                 Point position) {
     if (world_.faults.strikes(Operation::makeMouseEvent)) return nullptr;
     return std::make_unique<Mouse>(*this, action, position);
 }
 
-EventSynthesizer::EventPtr SimulatedSynthesizer::keyboardEvent(KeyCode keyCode, KeyAction action) {
+EventSynthesizer::EventPtr SimulatedEventSynthesizer::keyboardEvent(KeyCode keyCode,
+                                                                    KeyAction action) {
     if (world_.faults.strikes(Operation::makeKeyEvent)) return nullptr;
     return std::make_unique<Key>(*this, keyCode, action);
 }
 
-void SimulatedSynthesizer::send(Effect posted, std::function<void()> deliver) {
+void SimulatedEventSynthesizer::send(Effect posted, std::function<void()> deliver) {
     world_.journal.record(std::move(posted));
     if (!world_.permissions.isGranted(Permission::accessibility)) {
         world_.journal.record(effect::EventDropped{});

@@ -1,4 +1,4 @@
-#include "platform/simulated/simulated_capturer.h"
+#include "platform/simulated/simulated_screen_capturer.h"
 
 #include "platform/fatal.h"
 #include "platform/simulated/simulated_pixels.h"
@@ -23,17 +23,17 @@ PixelRect pixelsOn(SimulatedDisplay const& display, Rect const& rect) {
 
 } // namespace
 
-void SimulatedCapturer::sessionWillBegin() {
+void SimulatedScreenCapturer::sessionWillBegin() {
     ++openSessions_;
     world_.journal.record(effect::CaptureSessionBegan{});
 }
 
-void SimulatedCapturer::sessionDidEnd() {
+void SimulatedScreenCapturer::sessionDidEnd() {
     --openSessions_;
     world_.journal.record(effect::CaptureSessionEnded{});
 }
 
-ScreenCapturer::Result<std::vector<CaptureDisplay>> SimulatedCapturer::shareableDisplays() {
+ScreenCapturer::Result<std::vector<CaptureDisplay>> SimulatedScreenCapturer::shareableDisplays() {
     if (!world_.worker.isRunningTask()) fatal("displays were listed on the main thread");
     world_.journal.record(effect::DisplaysListed{});
     if (world_.faults.strikes(Operation::listDisplays)) {
@@ -50,8 +50,8 @@ ScreenCapturer::Result<std::vector<CaptureDisplay>> SimulatedCapturer::shareable
 }
 
 ScreenCapturer::Result<std::shared_ptr<PixelImage const>>
-SimulatedCapturer::captureImage(CaptureDisplay const& display,
-                                StreamConfiguration const& configuration) {
+SimulatedScreenCapturer::captureImage(CaptureDisplay const& display,
+                                      StreamConfiguration const& configuration) {
     if (!world_.worker.isRunningTask()) fatal("a display was captured on the main thread");
     world_.journal.record(effect::DisplayCaptured{display, configuration});
     if (world_.faults.strikes(Operation::captureDisplay)) {

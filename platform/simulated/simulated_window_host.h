@@ -21,10 +21,10 @@ class Window;
 
 /// The mirrors of the program's windows: which are on the screen, in which order, which has the
 /// keyboard, and what their canvases show.
-class SimulatedWindows final : public WindowHost {
+class SimulatedWindowHost final : public WindowHost {
 public:
-    SimulatedWindows(VirtualQueue& queue, Journal& journal);
-    ~SimulatedWindows();
+    SimulatedWindowHost(SimulatedMainQueue& queue, Journal& journal);
+    ~SimulatedWindowHost();
 
     [[nodiscard]] std::unique_ptr<WindowPeer> makePeer(Window& window) override;
 
@@ -60,7 +60,7 @@ private:
     void needsDisplayWithin(View const& view);
     void display();
 
-    VirtualQueue& queue_;
+    SimulatedMainQueue& queue_;
     Journal& journal_;
     std::vector<Peer*> onScreen_; // front to back
     Window* keyWindow_ = nullptr;

@@ -1,4 +1,4 @@
-#include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 
 #include "platform/macos/convert.h"
 

@@ -1,7 +1,7 @@
-#include "platform/macos/ui/window_peer.h"
+#include "platform/macos/ui/window_peer_mac.h"
 
 #include "platform/macos/convert.h"
-#include "platform/macos/ui/convert.h"
+#include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/native_window.h"
 #include "platform/macos/ui/view_peer.h"
 #include "platform/ui/window.h"

@@ -9,19 +9,19 @@ namespace trovel {
 
 /// Makes input events, which come in like the user's a turn of the main loop after they were
 /// posted. Without the grant the system drops them there and then.
-class SimulatedSynthesizer final : public EventSynthesizer {
+class SimulatedEventSynthesizer final : public EventSynthesizer {
 public:
     struct World {
         Journal& journal;
         Faults& faults;
-        VirtualQueue& queue;
+        SimulatedMainQueue& queue;
         SimulatedPermissions const& permissions;
         SimulatedScreens const& screens;
         SimulatedInput& input;
     };
 
-    explicit SimulatedSynthesizer(World world) : world_(world) {}
-    ~SimulatedSynthesizer() = default;
+    explicit SimulatedEventSynthesizer(World world) : world_(world) {}
+    ~SimulatedEventSynthesizer() = default;
 
     [[nodiscard]] EventPtr mouseEvent(MouseAction action, Point position) override;
     [[nodiscard]] EventPtr keyboardEvent(KeyCode keyCode, KeyAction action) override;

@@ -1,11 +1,11 @@
-#include "platform/simulated/simulated_monitors.h"
+#include "platform/simulated/simulated_event_monitors.h"
 
 #include <memory>
 #include <utility>
 
 namespace trovel {
 
-Registration SimulatedMonitors::addLocalKeyDownMonitor(KeyDownHandler handler) {
+Registration SimulatedEventMonitors::addLocalKeyDownMonitor(KeyDownHandler handler) {
     journal_.record(effect::MonitorAdded{});
     auto inner =
         std::make_shared<Registration>(monitors_.addLocalKeyDownMonitor(std::move(handler)));

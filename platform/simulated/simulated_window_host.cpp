@@ -1,4 +1,4 @@
-#include "platform/simulated/simulated_windows.h"
+#include "platform/simulated/simulated_window_host.h"
 
 #include "platform/ui/view.h"
 #include "platform/ui/window.h"
@@ -8,9 +8,9 @@
 
 namespace trovel {
 
-class SimulatedWindows::Peer final : public WindowPeer {
+class SimulatedWindowHost::Peer final : public WindowPeer {
 public:
-    Peer(SimulatedWindows& host, Window& window, int number)
+    Peer(SimulatedWindowHost& host, Window& window, int number)
         : host_(host), window_(window), number_(number) {}
     ~Peer() override { host_.forget(*this); }
 
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] int number() const { return number_; }
 
 private:
-    SimulatedWindows& host_;
+    SimulatedWindowHost& host_;
     Window& window_;
     int number_;
 };
@@ -41,22 +41,22 @@ Size simulatedTextSize(std::string_view text, Font font) {
     return {static_cast<double>(characters) * font.size * 0.6, font.size * 1.2};
 }
 
-SimulatedWindows::SimulatedWindows(VirtualQueue& queue, Journal& journal)
+SimulatedWindowHost::SimulatedWindowHost(SimulatedMainQueue& queue, Journal& journal)
     : queue_(queue), journal_(journal) {}
 
-SimulatedWindows::~SimulatedWindows() = default;
+SimulatedWindowHost::~SimulatedWindowHost() = default;
 
-std::unique_ptr<WindowPeer> SimulatedWindows::makePeer(Window& window) {
+std::unique_ptr<WindowPeer> SimulatedWindowHost::makePeer(Window& window) {
     return std::make_unique<Peer>(*this, window, nextWindow_++);
 }
 
-std::vector<Window*> SimulatedWindows::visibleWindows() const {
+std::vector<Window*> SimulatedWindowHost::visibleWindows() const {
     std::vector<Window*> windows;
     for (auto const* peer : onScreen_) windows.push_back(&peer->window());
     return windows;
 }
 
-Window* SimulatedWindows::windowAt(Point point) const {
+Window* SimulatedWindowHost::windowAt(Point point) const {
     for (auto const* peer : onScreen_) {
         auto const& attributes = peer->window().attributes();
         auto const& frame = attributes.contentRect;
@@ -69,7 +69,7 @@ Window* SimulatedWindows::windowAt(Point point) const {
     return nullptr;
 }
 
-void SimulatedWindows::makeKey(Window* window) {
+void SimulatedWindowHost::makeKey(Window* window) {
     if (window != nullptr && !window->canBecomeKey()) return;
     if (window == keyWindow_) return;
     auto* const former = std::exchange(keyWindow_, window);
@@ -82,12 +82,12 @@ void SimulatedWindows::makeKey(Window* window) {
     window->receiveKeyState(isActive_);
 }
 
-void SimulatedWindows::setActive(bool isActive) {
+void SimulatedWindowHost::setActive(bool isActive) {
     if (std::exchange(isActive_, isActive) == isActive) return;
     if (keyWindow_ != nullptr) keyWindow_->receiveKeyState(isActive);
 }
 
-void SimulatedWindows::putInFrontOfLevel(Peer& peer) {
+void SimulatedWindowHost::putInFrontOfLevel(Peer& peer) {
     std::erase(onScreen_, &peer);
     auto const level = peer.window().attributes().level;
     auto const place = std::ranges::find_if(onScreen_, [level](Peer const* other) {
@@ -96,18 +96,18 @@ void SimulatedWindows::putInFrontOfLevel(Peer& peer) {
     onScreen_.insert(place, &peer);
 }
 
-void SimulatedWindows::windowDidChange(Peer& peer) {
+void SimulatedWindowHost::windowDidChange(Peer& peer) {
     if (std::ranges::find(onScreen_, &peer) != onScreen_.end()) putInFrontOfLevel(peer);
     if (auto const& content = peer.window().contentView()) needsDisplayWithin(*content);
 }
 
-void SimulatedWindows::orderFront(Peer& peer) {
+void SimulatedWindowHost::orderFront(Peer& peer) {
     journal_.record(effect::OrderedFront{peer.number()});
     putInFrontOfLevel(peer);
     if (auto const& content = peer.window().contentView()) needsDisplayWithin(*content);
 }
 
-void SimulatedWindows::orderOut(Peer& peer) {
+void SimulatedWindowHost::orderOut(Peer& peer) {
     if (std::erase(onScreen_, &peer) == 0) return;
     journal_.record(effect::OrderedOut{peer.number()});
     if (keyWindow_ != &peer.window()) return;
@@ -117,13 +117,13 @@ void SimulatedWindows::orderOut(Peer& peer) {
     makeKey(next != onScreen_.end() ? &(*next)->window() : nullptr);
 }
 
-void SimulatedWindows::forget(Peer& peer) {
+void SimulatedWindowHost::forget(Peer& peer) {
     // The window is being destroyed: no word to it any more.
     if (keyWindow_ == &peer.window()) keyWindow_ = nullptr;
     orderOut(peer);
 }
 
-void SimulatedWindows::needsDisplay(View const& view) {
+void SimulatedWindowHost::needsDisplay(View const& view) {
     if (dirtyViews_.empty()) queue_.post([this] { display(); });
     auto const isSame = [&view](WeakView const& dirty) {
         return !dirty.owner_before(view.weak_from_this()) &&
@@ -132,12 +132,12 @@ void SimulatedWindows::needsDisplay(View const& view) {
     if (std::ranges::none_of(dirtyViews_, isSame)) dirtyViews_.push_back(view.weak_from_this());
 }
 
-void SimulatedWindows::needsDisplayWithin(View const& view) {
+void SimulatedWindowHost::needsDisplayWithin(View const& view) {
     needsDisplay(view);
     for (auto const& subview : view.subviews()) needsDisplayWithin(*subview);
 }
 
-void SimulatedWindows::display() {
+void SimulatedWindowHost::display() {
     std::erase_if(drawings_, [](auto const& drawing) { return drawing.first.expired(); });
     for (auto const& weak : std::exchange(dirtyViews_, {})) {
         auto const view = weak.lock();
@@ -160,7 +160,7 @@ void SimulatedWindows::display() {
     }
 }
 
-std::vector<CanvasOperation> SimulatedWindows::drawing(View const& view) const {
+std::vector<CanvasOperation> SimulatedWindowHost::drawing(View const& view) const {
     auto const found = drawings_.find(view.weak_from_this());
     return found != drawings_.end() ? found->second : std::vector<CanvasOperation>();
 }

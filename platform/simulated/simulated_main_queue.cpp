@@ -1,38 +1,38 @@
-#include "platform/simulated/virtual_queue.h"
+#include "platform/simulated/simulated_main_queue.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace trovel {
 
-bool VirtualQueue::isLater(Entry const& left, Entry const& right) {
+bool SimulatedMainQueue::isLater(Entry const& left, Entry const& right) {
     return left.due != right.due ? left.due > right.due : left.sequence > right.sequence;
 }
 
-void VirtualQueue::push(Duration due, Block block, std::shared_ptr<Timer> const& timer) {
+void SimulatedMainQueue::push(Duration due, Block block, std::shared_ptr<Timer> const& timer) {
     std::lock_guard const lock(mutex_);
     heap_.push_back({due, nextSequence_++, std::move(block), timer, timer != nullptr});
     std::ranges::push_heap(heap_, isLater);
 }
 
-void VirtualQueue::post(Block block) {
+void SimulatedMainQueue::post(Block block) {
     std::lock_guard const lock(mutex_);
     heap_.push_back({now_, nextSequence_++, std::move(block), {}, false});
     std::ranges::push_heap(heap_, isLater);
 }
 
-void VirtualQueue::after(Duration delay, Block block) {
+void SimulatedMainQueue::after(Duration delay, Block block) {
     push(now_ + std::max(delay, Duration::zero()), std::move(block), nullptr);
 }
 
-Registration VirtualQueue::every(Duration interval, Block block) {
+Registration SimulatedMainQueue::every(Duration interval, Block block) {
     auto timer = std::make_shared<Timer>(Timer{interval, std::move(block)});
     push(now_ + interval, nullptr, timer);
     // The queue holds the timer weakly: the registration is what keeps it going.
     return Registration([timer]() mutable { timer.reset(); });
 }
 
-std::optional<VirtualQueue::Entry> VirtualQueue::popDue(Duration latest) {
+std::optional<SimulatedMainQueue::Entry> SimulatedMainQueue::popDue(Duration latest) {
     std::lock_guard const lock(mutex_);
     while (!heap_.empty() && heap_.front().due <= latest) {
         std::ranges::pop_heap(heap_, isLater);
@@ -45,7 +45,7 @@ std::optional<VirtualQueue::Entry> VirtualQueue::popDue(Duration latest) {
     return std::nullopt;
 }
 
-void VirtualQueue::run(Entry const& entry) {
+void SimulatedMainQueue::run(Entry const& entry) {
     if (!entry.repeats) {
         entry.block();
         return;
@@ -56,7 +56,7 @@ void VirtualQueue::run(Entry const& entry) {
     timer->block();
 }
 
-bool VirtualQueue::step(Duration latest) {
+bool SimulatedMainQueue::step(Duration latest) {
     {
         auto const entry = popDue(latest);
         if (!entry) return false;
@@ -66,7 +66,7 @@ bool VirtualQueue::step(Duration latest) {
     return true;
 }
 
-void VirtualQueue::advance(Duration duration) {
+void SimulatedMainQueue::advance(Duration duration) {
     auto const end = now_ + duration;
     while (step(end)) {
     }
@@ -74,7 +74,7 @@ void VirtualQueue::advance(Duration duration) {
     now_ = std::max(now_, end);
 }
 
-bool VirtualQueue::advanceUntil(std::function<bool()> const& predicate, Duration limit) {
+bool SimulatedMainQueue::advanceUntil(std::function<bool()> const& predicate, Duration limit) {
     auto const end = now_ + limit;
     while (!predicate()) {
         if (step(end)) continue;
@@ -85,13 +85,13 @@ bool VirtualQueue::advanceUntil(std::function<bool()> const& predicate, Duration
     return true;
 }
 
-void VirtualQueue::clear() {
+void SimulatedMainQueue::clear() {
     std::vector<Entry> dropped; // destroyed outside the lock: what blocks hold may use the queue
     std::lock_guard const lock(mutex_);
     dropped.swap(heap_);
 }
 
-std::size_t VirtualQueue::pending() const {
+std::size_t SimulatedMainQueue::pending() const {
     std::lock_guard const lock(mutex_);
     auto const isLive = [](Entry const& entry) { return !entry.repeats || !entry.timer.expired(); };
     return static_cast<std::size_t>(std::ranges::count_if(heap_, isLive));

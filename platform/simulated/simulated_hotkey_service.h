@@ -13,10 +13,10 @@ namespace trovel {
 using KeyCombination = std::pair<std::uint32_t, std::uint32_t>;
 
 /// The system's hot keys.
-class SimulatedHotkeys final : public HotkeyService {
+class SimulatedHotkeyService final : public HotkeyService {
 public:
-    SimulatedHotkeys(Journal& journal, Faults& faults) : journal_(journal), faults_(faults) {}
-    ~SimulatedHotkeys() = default;
+    SimulatedHotkeyService(Journal& journal, Faults& faults) : journal_(journal), faults_(faults) {}
+    ~SimulatedHotkeyService() = default;
 
     std::optional<EventHandlerRef> installEventHandler(HotKeyHandler handler,
                                                        void* userData) override;

@@ -7,10 +7,10 @@
 namespace trovel {
 
 /// The process that Trovel is, on an operating system of version 14.0 at first.
-class SimulatedProcess final : public ProcessHost {
+class SimulatedProcessHost final : public ProcessHost {
 public:
-    SimulatedProcess(Journal& journal, Faults& faults) : journal_(journal), faults_(faults) {}
-    ~SimulatedProcess() = default;
+    SimulatedProcessHost(Journal& journal, Faults& faults) : journal_(journal), faults_(faults) {}
+    ~SimulatedProcessHost() = default;
 
     [[nodiscard]] std::int32_t processIdentifier() const override { return kTrovelProcess; }
     [[nodiscard]] std::string bundlePath() const override { return "/Applications/Trovel.app"; }

@@ -1,10 +1,10 @@
-#include "platform/simulated/simulated_scripts.h"
+#include "platform/simulated/simulated_script_runner.h"
 
 #include "platform/activation_script.h"
 
 namespace trovel {
 
-void SimulatedScripts::execute(std::string_view source) {
+void SimulatedScriptRunner::execute(std::string_view source) {
     auto const name = activatedApplicationName(source);
     if (!name) return;
     journal_.record(effect::ScriptExecuted{std::string(source)});

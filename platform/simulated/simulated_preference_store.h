@@ -11,10 +11,10 @@
 namespace trovel {
 
 /// The defaults database. Other programs may have put a value of any type under any key.
-class SimulatedPreferences final : public PreferenceStore {
+class SimulatedPreferenceStore final : public PreferenceStore {
 public:
-    explicit SimulatedPreferences(Journal& journal) : journal_(journal) {}
-    ~SimulatedPreferences() = default;
+    explicit SimulatedPreferenceStore(Journal& journal) : journal_(journal) {}
+    ~SimulatedPreferenceStore() = default;
 
     [[nodiscard]] bool boolForKey(std::string_view key) const override;
     [[nodiscard]] std::int64_t integerForKey(std::string_view key) const override;

@@ -15,10 +15,10 @@ namespace trovel {
 /// The main queue in virtual time: the clock stands still until somebody moves it, and moving it
 /// runs what becomes due on the way, one thing after the other. A block may itself move the clock,
 /// as a modal alert does.
-class VirtualQueue final : public MainQueue {
+class SimulatedMainQueue final : public MainQueue {
 public:
-    VirtualQueue() = default;
-    ~VirtualQueue() = default;
+    SimulatedMainQueue() = default;
+    ~SimulatedMainQueue() = default;
 
     void post(Block block) override;
     void after(Duration delay, Block block) override;

@@ -1,4 +1,4 @@
-#include "platform/simulated/virtual_queue.h"
+#include "platform/simulated/simulated_main_queue.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,8 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-TEST(VirtualQueue, RunsBlocksByTheTimeTheyAreDueAndThenAsGiven) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, RunsBlocksByTheTimeTheyAreDueAndThenAsGiven) {
+    SimulatedMainQueue queue;
     std::vector<std::string> ran;
     queue.after(20ms, [&] { ran.emplace_back("late"); });
     queue.after(10ms, [&] { ran.emplace_back("early"); });
@@ -23,8 +23,8 @@ TEST(VirtualQueue, RunsBlocksByTheTimeTheyAreDueAndThenAsGiven) {
     EXPECT_THAT(ran, ElementsAre("now", "early", "early too", "late"));
 }
 
-TEST(VirtualQueue, StandsAtTheDueTimeWhileABlockRuns) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, StandsAtTheDueTimeWhileABlockRuns) {
+    SimulatedMainQueue queue;
     std::vector<MainQueue::Duration> times;
     queue.after(10ms, [&] {
         times.push_back(queue.now());
@@ -35,8 +35,8 @@ TEST(VirtualQueue, StandsAtTheDueTimeWhileABlockRuns) {
     EXPECT_EQ(queue.now(), 100ms);
 }
 
-TEST(VirtualQueue, LeavesForLaterWhatIsDueAfterTheEnd) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, LeavesForLaterWhatIsDueAfterTheEnd) {
+    SimulatedMainQueue queue;
     bool ran = false;
     queue.after(10ms, [&] { ran = true; });
     queue.advance(9999us);
@@ -46,8 +46,8 @@ TEST(VirtualQueue, LeavesForLaterWhatIsDueAfterTheEnd) {
     EXPECT_TRUE(ran);
 }
 
-TEST(VirtualQueue, ANegativeDelayIsNow) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, ANegativeDelayIsNow) {
+    SimulatedMainQueue queue;
     bool ran = false;
     queue.after(-1s, [&] { ran = true; });
     EXPECT_FALSE(ran);
@@ -56,8 +56,8 @@ TEST(VirtualQueue, ANegativeDelayIsNow) {
     EXPECT_EQ(queue.now(), 0ms);
 }
 
-TEST(VirtualQueue, DrainRunsWhatABlockPosts) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, DrainRunsWhatABlockPosts) {
+    SimulatedMainQueue queue;
     int ran = 0;
     queue.post([&] {
         ++ran;
@@ -68,8 +68,8 @@ TEST(VirtualQueue, DrainRunsWhatABlockPosts) {
     EXPECT_EQ(ran, 2);
 }
 
-TEST(VirtualQueue, RepeatsUntilTheRegistrationEnds) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, RepeatsUntilTheRegistrationEnds) {
+    SimulatedMainQueue queue;
     std::vector<MainQueue::Duration> times;
     auto timer = queue.every(1s, [&] { times.push_back(queue.now()); });
     queue.advance(3s);
@@ -80,8 +80,8 @@ TEST(VirtualQueue, RepeatsUntilTheRegistrationEnds) {
     EXPECT_EQ(queue.pending(), 0U);
 }
 
-TEST(VirtualQueue, ATimerMayEndItself) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, ATimerMayEndItself) {
+    SimulatedMainQueue queue;
     int ran = 0;
     Registration timer;
     timer = queue.every(1s, [&, guard = std::string(100, 'x')] {
@@ -92,8 +92,8 @@ TEST(VirtualQueue, ATimerMayEndItself) {
     EXPECT_EQ(ran, 1);
 }
 
-TEST(VirtualQueue, ABlockMayMoveTheClockItself) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, ABlockMayMoveTheClockItself) {
+    SimulatedMainQueue queue;
     std::vector<std::string> ran;
     queue.after(10ms, [&] {
         ran.emplace_back("outer begins");
@@ -106,8 +106,8 @@ TEST(VirtualQueue, ABlockMayMoveTheClockItself) {
     EXPECT_EQ(queue.now(), 60ms);
 }
 
-TEST(VirtualQueue, AdvanceUntilStopsAtTheFirstMomentThatFits) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, AdvanceUntilStopsAtTheFirstMomentThatFits) {
+    SimulatedMainQueue queue;
     int ran = 0;
     auto const timer = queue.every(1s, [&] { ++ran; });
     EXPECT_TRUE(queue.advanceUntil([&] { return ran == 3; }, 10s));
@@ -116,8 +116,8 @@ TEST(VirtualQueue, AdvanceUntilStopsAtTheFirstMomentThatFits) {
     EXPECT_EQ(queue.now(), 13s);
 }
 
-TEST(VirtualQueue, TakesBlocksFromAnotherThread) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, TakesBlocksFromAnotherThread) {
+    SimulatedMainQueue queue;
     int ran = 0;
     std::thread([&] {
         for (int post = 0; post < 100; ++post) queue.post([&] { ++ran; });
@@ -126,8 +126,8 @@ TEST(VirtualQueue, TakesBlocksFromAnotherThread) {
     EXPECT_EQ(ran, 100);
 }
 
-TEST(VirtualQueue, WhatIsDroppedNeverRuns) {
-    VirtualQueue queue;
+TEST(SimulatedMainQueue, WhatIsDroppedNeverRuns) {
+    SimulatedMainQueue queue;
     bool ran = false;
     queue.after(1s, [&] { ran = true; });
     queue.clear();

@@ -6,10 +6,10 @@
 namespace trovel {
 
 /// An encoder whose files say which picture is in them, as text.
-class SimulatedEncoder final : public ImageEncoder {
+class SimulatedImageEncoder final : public ImageEncoder {
 public:
-    explicit SimulatedEncoder(Faults& faults) : faults_(faults) {}
-    ~SimulatedEncoder() = default;
+    explicit SimulatedImageEncoder(Faults& faults) : faults_(faults) {}
+    ~SimulatedImageEncoder() = default;
 
     [[nodiscard]] ByteBuffer pngRepresentation(Image const& image) override;
 

@@ -1,4 +1,4 @@
-#include "platform/simulated/simulated_files.h"
+#include "platform/simulated/simulated_file_system.h"
 
 #include <utility>
 
@@ -16,7 +16,7 @@ std::string_view nameOf(std::string_view path) {
 
 } // namespace
 
-bool SimulatedFiles::createDirectory(std::string_view path) {
+bool SimulatedFileSystem::createDirectory(std::string_view path) {
     if (faults_.strikes(Operation::makeFolder)) return false;
     for (auto folder = path; folder.size() > home_.size(); folder = parentOf(folder)) {
         if (files_.contains(folder)) return false;
@@ -28,7 +28,7 @@ bool SimulatedFiles::createDirectory(std::string_view path) {
     return true;
 }
 
-bool SimulatedFiles::writeFile(std::string_view path, std::span<std::uint8_t const> contents) {
+bool SimulatedFileSystem::writeFile(std::string_view path, std::span<std::uint8_t const> contents) {
     if (!folders_.contains(parentOf(path))) return false;
     bool const isCutShort = faults_.strikes(Operation::writeFile);
     auto const written = contents.first(isCutShort ? contents.size() / 2 : contents.size());
@@ -40,12 +40,12 @@ bool SimulatedFiles::writeFile(std::string_view path, std::span<std::uint8_t con
     return !isCutShort;
 }
 
-bool SimulatedFiles::fileExists(std::string_view path) const {
+bool SimulatedFileSystem::fileExists(std::string_view path) const {
     return files_.contains(path) || folders_.contains(path);
 }
 
 std::optional<std::vector<std::string>>
-SimulatedFiles::contentsOfDirectory(std::string_view path) const {
+SimulatedFileSystem::contentsOfDirectory(std::string_view path) const {
     if (!folders_.contains(path) || faults_.strikes(Operation::listFolder)) return std::nullopt;
     std::vector<std::string> paths;
     auto const add = [&](std::string const& candidate) {
@@ -58,12 +58,12 @@ SimulatedFiles::contentsOfDirectory(std::string_view path) const {
     return paths;
 }
 
-std::optional<FileSystem::Date> SimulatedFiles::creationDate(std::string_view path) const {
+std::optional<FileSystem::Date> SimulatedFileSystem::creationDate(std::string_view path) const {
     auto const found = files_.find(path);
     return found != files_.end() ? found->second.creationDate : std::nullopt;
 }
 
-bool SimulatedFiles::removeItem(std::string_view path) {
+bool SimulatedFileSystem::removeItem(std::string_view path) {
     auto const found = files_.find(path);
     if (found == files_.end() || found->second.isStuck) return false;
     if (faults_.strikes(Operation::removeFile)) return false;
@@ -72,7 +72,8 @@ bool SimulatedFiles::removeItem(std::string_view path) {
     return true;
 }
 
-SimulatedFiles::File& SimulatedFiles::put(std::string path, std::optional<Date> creationDate) {
+SimulatedFileSystem::File& SimulatedFileSystem::put(std::string path,
+                                                    std::optional<Date> creationDate) {
     for (auto folder = parentOf(path); folder.size() > home_.size(); folder = parentOf(folder)) {
         folders_.emplace(folder);
     }
