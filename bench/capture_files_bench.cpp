@@ -1,6 +1,6 @@
 #include "delivery/capture_files.h"
-#include "platform/linux/file_system_linux.h"
-#include "tests/linux/temporary_folder.h"
+#include "platform/linux/files/file_system_linux.h"
+#include "tests/linux/support/temporary_folder.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/png_encoder.h"
+#include "platform/linux/pictures/png_encoder.h"
 
 #include <benchmark/benchmark.h>
 

@@ -8,8 +8,8 @@
 // Measured beside the program, it tells how fast this machine's X server is. It is no product: one
 // screen, 32 bits a pixel, one clipboard format, and errors end it.
 
-#include "platform/linux/pixel_region.h"
-#include "platform/linux/png_encoder.h"
+#include "platform/linux/pictures/pixel_region.h"
+#include "platform/linux/pictures/png_encoder.h"
 
 #include <X11/keysym.h>
 #include <xcb/render.h>

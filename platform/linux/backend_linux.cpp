@@ -1,40 +1,40 @@
 #include "platform/backend.h"
 
-#include "platform/linux/accessibility_linux.h"
-#include "platform/linux/alerts_linux.h"
-#include "platform/linux/animator_linux.h"
-#include "platform/linux/appearance_linux.h"
-#include "platform/linux/application_groups.h"
-#include "platform/linux/application_linux.h"
-#include "platform/linux/bundle_info_linux.h"
-#include "platform/linux/child_process.h"
-#include "platform/linux/cursors_linux.h"
-#include "platform/linux/event_synthesizer_linux.h"
-#include "platform/linux/file_system_linux.h"
-#include "platform/linux/hotkey_service_linux.h"
-#include "platform/linux/icons_linux.h"
-#include "platform/linux/image_encoder_linux.h"
-#include "platform/linux/login_item_linux.h"
-#include "platform/linux/main_queue_linux.h"
-#include "platform/linux/open_panels_linux.h"
-#include "platform/linux/pasteboard_linux.h"
-#include "platform/linux/permissions_linux.h"
-#include "platform/linux/preference_store_linux.h"
-#include "platform/linux/process_host_linux.h"
-#include "platform/linux/screen_capturer_linux.h"
-#include "platform/linux/screens_linux.h"
-#include "platform/linux/script_runner_linux.h"
-#include "platform/linux/single_instance_linux.h"
-#include "platform/linux/status_bar_linux.h"
-#include "platform/linux/ui/overlay_host.h"
-#include "platform/linux/ui/window_host_linux.h"
-#include "platform/linux/updater_linux.h"
-#include "platform/linux/wall_clock_linux.h"
-#include "platform/linux/worker_linux.h"
-#include "platform/linux/workspace_linux.h"
-#include "platform/linux/xcb/connection.h"
-#include "platform/linux/xcb/event_pump.h"
-#include "platform/linux/xcb/input_grab.h"
+#include "platform/linux/applications/accessibility_linux.h"
+#include "platform/linux/applications/application_groups.h"
+#include "platform/linux/applications/script_runner_linux.h"
+#include "platform/linux/applications/workspace_linux.h"
+#include "platform/linux/files/file_system_linux.h"
+#include "platform/linux/files/login_item_linux.h"
+#include "platform/linux/files/preference_store_linux.h"
+#include "platform/linux/pictures/image_encoder_linux.h"
+#include "platform/linux/qt/alerts_linux.h"
+#include "platform/linux/qt/animator_linux.h"
+#include "platform/linux/qt/appearance_linux.h"
+#include "platform/linux/qt/icons_linux.h"
+#include "platform/linux/qt/open_panels_linux.h"
+#include "platform/linux/qt/window_host_linux.h"
+#include "platform/linux/system/application_linux.h"
+#include "platform/linux/system/bundle_info_linux.h"
+#include "platform/linux/system/child_process.h"
+#include "platform/linux/system/main_queue_linux.h"
+#include "platform/linux/system/permissions_linux.h"
+#include "platform/linux/system/process_host_linux.h"
+#include "platform/linux/system/single_instance.h"
+#include "platform/linux/system/updater_linux.h"
+#include "platform/linux/system/wall_clock_linux.h"
+#include "platform/linux/system/worker_linux.h"
+#include "platform/linux/tray/status_bar_linux.h"
+#include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/cursors_x11.h"
+#include "platform/linux/x11/event_pump.h"
+#include "platform/linux/x11/event_synthesizer_x11.h"
+#include "platform/linux/x11/hotkey_service_x11.h"
+#include "platform/linux/x11/input_grab.h"
+#include "platform/linux/x11/overlay/overlay_host.h"
+#include "platform/linux/x11/overlay/screen_capturer_x11.h"
+#include "platform/linux/x11/pasteboard_x11.h"
+#include "platform/linux/x11/screens_x11.h"
 #include "platform/ui/local_event_monitors.h"
 
 #include <QSocketNotifier>
@@ -110,7 +110,7 @@ private:
     XcbEventPump pump_{*connection_};
     WorkerLinux worker_;
     PreferenceStoreLinux preferences_;
-    PasteboardLinux pasteboard_{*connection_};
+    PasteboardX11 pasteboard_{*connection_};
 
     ApplicationGroups groups_{*connection_, DesktopEntries::dataFolders(), getpid()};
     AlertsLinux alerts_{*connection_, [this](xcb_window_t window) { groups_.activate(window); }};
@@ -119,11 +119,11 @@ private:
     WorkspaceLinux workspace_{groups_, [this] { permissions_.explain(); }};
     ScriptRunnerLinux scripts_{groups_};
     AccessibilityLinux accessibility_{groups_};
-    EventSynthesizerLinux events_{*connection_, [this] { return pasteboard_.lastWritten(); }};
+    EventSynthesizerX11 events_{*connection_, [this] { return pasteboard_.lastWritten(); }};
 
     LocalEventMonitors monitors_;
-    HotkeyServiceLinux hotkeys_{*connection_};
-    ScreensLinux screens_{*connection_};
+    HotkeyServiceX11 hotkeys_{*connection_};
+    ScreensX11 screens_{*connection_};
     InputGrab grab_{*connection_, mainQueue_};
     OverlayHost overlays_{*connection_, mainQueue_, hotkeys_, monitors_, grab_};
     AnimatorLinux animator_;
@@ -137,8 +137,8 @@ private:
     OpenPanelsLinux openPanels_{DesktopEntries::dataFolders(),
                                 [this] { followAppearance(*connection_); },
                                 [this](xcb_window_t window) { groups_.activate(window); }};
-    CursorsLinux cursors_{*connection_, grab_};
-    ScreenCapturerLinux capturer_{overlays_, worker_};
+    CursorsX11 cursors_{*connection_, grab_};
+    ScreenCapturerX11 capturer_{overlays_, worker_};
 
     FileSystemLinux files_;
     ImageEncoderLinux imageEncoder_;

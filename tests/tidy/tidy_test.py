@@ -31,7 +31,7 @@ CASES = [
     ("include_directions", "app/a.cpp",
      '#include "platform/simulated/x.h"\n', '#include "setup_windows/card.h"\n'),
     ("include_directions", "platform/linux/a.cpp",
-     '#include "platform/simulated/x.h"\n', '#include "platform/linux/xcb/x.h"\n'),
+     '#include "platform/simulated/x.h"\n', '#include "platform/linux/x11/x.h"\n'),
     ("include_directions", "platform/linux/a.cpp",
      '#include "delivery/detector.h"\n', '#include <QWindow>\n'),
     ("include_directions", "platform/ui/a.cpp", "#include <QWindow>\n", "#include <vector>\n"),

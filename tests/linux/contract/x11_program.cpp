@@ -1,6 +1,6 @@
 #include "tests/linux/contract/x11_program.h"
 
-#include "platform/linux/xcb/keymap.h"
+#include "platform/linux/x11/keymap.h"
 
 namespace trovel {
 

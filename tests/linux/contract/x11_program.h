@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/xcb/connection.h"
+#include "platform/linux/x11/connection.h"
 #include "tests/contract/contract_world.h"
 
 #include <memory>

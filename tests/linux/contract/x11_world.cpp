@@ -1,16 +1,16 @@
 #include "platform/alerts.h"
 #include "platform/backend.h"
 #include "platform/carbon_modifiers.h"
-#include "platform/linux/captured_image.h"
-#include "platform/linux/preference_store_linux.h"
-#include "platform/linux/xcb/connection.h"
-#include "platform/linux/xcb/keymap.h"
+#include "platform/linux/files/preference_store_linux.h"
+#include "platform/linux/pictures/captured_image.h"
+#include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/keymap.h"
 #include "platform/main_queue.h"
 #include "platform/workspace.h"
 #include "tests/contract/contract_world.h"
 #include "tests/linux/contract/x11_program.h"
-#include "tests/linux/private_x_server.h"
-#include "tests/linux/scoped_environment.h"
+#include "tests/linux/support/private_x_server.h"
+#include "tests/linux/support/scoped_environment.h"
 
 #include <QApplication>
 #include <QEventLoop>

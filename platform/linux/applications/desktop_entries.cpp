@@ -1,0 +1,190 @@
+#include "platform/linux/applications/desktop_entries.h"
+
+#include "platform/linux/files/plain_text.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <system_error>
+
+namespace trovel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLongestFile = std::size_t{64} * 1024;
+constexpr int kDeepestFolder = 4;
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlank = " \t\r";
+    auto const first = text.find_first_not_of(kBlank);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
+}
+
+std::string firstBytes(fs::path const& path) {
+    std::string bytes(kLongestFile, '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
+/// The file name of the first word of an Exec line.
+std::string programOf(std::string_view exec) {
+    auto const quoted = exec.starts_with('"');
+    if (quoted) exec.remove_prefix(1);
+    return fs::path(exec.substr(0, exec.find(quoted ? '"' : ' '))).filename().string();
+}
+
+struct ParsedEntry {
+    DesktopEntry entry;
+    bool isDeleted = false;
+};
+
+/// The entry, without its id, that the file holds; nothing when it is not an application's.
+std::optional<ParsedEntry> parse(std::string const& text) {
+    ParsedEntry parsed;
+    bool isInside = false;
+    bool isApplication = false;
+    std::istringstream lines(text);
+    for (std::string whole; std::getline(lines, whole);) {
+        auto const line = trimmed(whole);
+        if (line.starts_with('[')) isInside = line == "[Desktop Entry]";
+        auto const equals = line.find('=');
+        if (!isInside || line.starts_with('#') || equals == std::string_view::npos) continue;
+        auto const key = trimmed(line.substr(0, equals));
+        auto const value = trimmed(line.substr(equals + 1));
+        if (key == "Type") isApplication = value == "Application";
+        if (key == "Name") parsed.entry.name = plainText(value);
+        if (key == "StartupWMClass") parsed.entry.startupClass = plainText(value);
+        if (key == "Exec") parsed.entry.executable = plainText(programOf(value));
+        if (key == "Icon") parsed.entry.icon = plainText(value);
+        if (key == "NoDisplay") parsed.entry.isShown = value != "true";
+        if (key == "Hidden") parsed.isDeleted = value == "true";
+    }
+    if (!isApplication && !parsed.isDeleted) return std::nullopt;
+    return parsed;
+}
+
+/// When the folder last changed; the earliest time there is when it does not exist.
+fs::file_time_type timeOfChange(fs::path const& folder) {
+    std::error_code failed;
+    auto const time = fs::last_write_time(folder, failed);
+    return failed ? fs::file_time_type::min() : time;
+}
+
+void appendIfAbsolute(std::string_view path, std::vector<fs::path>& folders) {
+    if (path.starts_with('/')) folders.emplace_back(path);
+}
+
+std::string_view environment(char const* name, std::string_view otherwise) {
+    char const* const value = std::getenv(name);
+    return value != nullptr && *value != '\0' ? std::string_view(value) : otherwise;
+}
+
+} // namespace
+
+DesktopEntries::DesktopEntries(std::vector<fs::path> dataFolders)
+    : dataFolders_(std::move(dataFolders)) {}
+
+std::vector<fs::path> DesktopEntries::dataFolders() {
+    std::vector<fs::path> folders;
+    auto const inHome = std::string(environment("HOME", "")) + "/.local/share";
+    appendIfAbsolute(environment("XDG_DATA_HOME", inHome), folders);
+    auto rest = environment("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
+    while (!rest.empty()) {
+        auto const end = std::min(rest.find(':'), rest.size());
+        appendIfAbsolute(rest.substr(0, end), folders);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return folders;
+}
+
+bool DesktopEntries::refresh() {
+    auto const isUnchanged = [](auto const& folder) {
+        return timeOfChange(folder.first) == folder.second;
+    };
+    if (!read_.empty() && std::ranges::all_of(read_, isUnchanged)) return false;
+    read_.clear();
+    byId_.clear();
+    for (auto const& folder : dataFolders_) readFolder(folder / "applications");
+    // A hidden entry was kept so far for what it hides.
+    std::erase_if(byId_, [](auto const& pair) { return pair.second.id.empty(); });
+    index();
+    return true;
+}
+
+void DesktopEntries::readFolder(fs::path const& applications) {
+    read_.emplace_back(applications, timeOfChange(applications));
+    std::error_code failed;
+    auto const options = fs::directory_options::follow_directory_symlink |
+                         fs::directory_options::skip_permission_denied;
+    for (fs::recursive_directory_iterator at(applications, options, failed), end;
+         !failed && at != end; at.increment(failed)) {
+        std::error_code unknown;
+        if (at->is_directory(unknown)) {
+            read_.emplace_back(at->path(), timeOfChange(at->path()));
+            if (at.depth() >= kDeepestFolder) at.disable_recursion_pending();
+            continue;
+        }
+        if (at->path().extension() != ".desktop" || !at->is_regular_file(unknown)) continue;
+        auto id = at->path().lexically_relative(applications).string();
+        std::ranges::replace(id, '/', '-');
+        id = plainText(id);
+        auto const key = asciiLowerCase(id);
+        if (byId_.contains(key)) continue;
+        auto parsed = parse(firstBytes(at->path()));
+        if (!parsed) continue;
+        if (!parsed->isDeleted) parsed->entry.id = id;
+        parsed->entry.path = at->path();
+        byId_.emplace(key, std::move(parsed->entry));
+    }
+}
+
+void DesktopEntries::index() {
+    byStartupClass_.clear();
+    byExecutable_.clear();
+    for (auto const& [key, entry] : byId_) {
+        if (!entry.startupClass.empty()) {
+            auto& best = byStartupClass_[asciiLowerCase(entry.startupClass)];
+            // Shown ones first, then by id, so that the choice does not depend on the folder's
+            // order.
+            if (best == nullptr ||
+                std::pair(!entry.isShown, entry.id) < std::pair(!best->isShown, best->id)) {
+                best = &entry;
+            }
+        }
+        if (!entry.executable.empty() && entry.isShown) {
+            auto const [found, isFirst] = byExecutable_.emplace(entry.executable, &entry);
+            if (!isFirst) found->second = nullptr;
+        }
+    }
+}
+
+DesktopEntry const* DesktopEntries::withId(std::string_view id) const {
+    auto const found = byId_.find(asciiLowerCase(id));
+    return found == byId_.end() ? nullptr : &found->second;
+}
+
+DesktopEntry const* DesktopEntries::withStartupClass(std::string_view startupClass) const {
+    auto const found = byStartupClass_.find(asciiLowerCase(startupClass));
+    return found == byStartupClass_.end() ? nullptr : found->second;
+}
+
+DesktopEntry const* DesktopEntries::soleWithExecutable(std::string_view executable) const {
+    auto const found = byExecutable_.find(std::string(executable));
+    return found == byExecutable_.end() ? nullptr : found->second;
+}
+
+std::vector<DesktopEntry const*> DesktopEntries::all() const {
+    std::vector<DesktopEntry const*> entries;
+    entries.reserve(byId_.size());
+    for (auto const& [key, entry] : byId_) entries.push_back(&entry);
+    return entries;
+}
+
+} // namespace trovel
