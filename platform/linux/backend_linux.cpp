@@ -31,13 +31,19 @@
 #include "platform/linux/x11/event_synthesizer_x11.h"
 #include "platform/linux/x11/hotkey_service_x11.h"
 #include "platform/linux/x11/input_grab.h"
+#include "platform/linux/x11/menu_rest_x11.h"
 #include "platform/linux/x11/overlay/overlay_host.h"
 #include "platform/linux/x11/overlay/screen_capturer_x11.h"
 #include "platform/linux/x11/pasteboard_x11.h"
 #include "platform/linux/x11/screens_x11.h"
+#include "platform/linux/x11/session_grants_x11.h"
+#include "platform/linux/x11/system_tray_x11.h"
+#include "platform/linux/x11/window_source_x11.h"
+#include "platform/linux/x11/xsettings.h"
 #include "platform/ui/local_event_monitors.h"
 
 #include <QSocketNotifier>
+#include <QWidget>
 
 #include <malloc.h>
 
@@ -45,6 +51,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -112,9 +119,17 @@ private:
     PreferenceStoreLinux preferences_;
     PasteboardX11 pasteboard_{*connection_};
 
-    ApplicationGroups groups_{*connection_, DesktopEntries::dataFolders(), getpid()};
-    AlertsLinux alerts_{*connection_, [this](xcb_window_t window) { groups_.activate(window); }};
-    PermissionsLinux permissions_{*connection_,
+    WindowSourceX11 windowSource_{*connection_};
+    ApplicationGroups groups_{windowSource_, DesktopEntries::dataFolders(), getpid()};
+    std::function<void()> followDesktop_ = [this] {
+        followAppearance(readDesktopLook(*connection_));
+    };
+    WindowActivator activateWindow_ = [this](QWidget& window) {
+        windowSource_.activate(static_cast<WindowId>(window.winId()));
+    };
+    AlertsLinux alerts_{followDesktop_, activateWindow_};
+    SessionGrantsX11 grants_{*connection_};
+    PermissionsLinux permissions_{[this] { return grants_.read(); },
                                   [this](Alert const& alert) { alerts_.show(alert); }};
     WorkspaceLinux workspace_{groups_, [this] { permissions_.explain(); }};
     ScriptRunnerLinux scripts_{groups_};
@@ -127,16 +142,15 @@ private:
     InputGrab grab_{*connection_, mainQueue_};
     OverlayHost overlays_{*connection_, mainQueue_, hotkeys_, monitors_, grab_};
     AnimatorLinux animator_;
-    WindowHostLinux windows_{
-        overlays_,
-        {animator_, monitors_,
-         [this](std::uint16_t state) { return hotkeys_.modifierMap().flagsForState(state); },
-         [this] { followAppearance(*connection_); },
-         [this](xcb_window_t window) { groups_.activate(window); }}};
-    IconsLinux icons_{*connection_, groups_, DesktopEntries::dataFolders()};
-    OpenPanelsLinux openPanels_{DesktopEntries::dataFolders(),
-                                [this] { followAppearance(*connection_); },
-                                [this](xcb_window_t window) { groups_.activate(window); }};
+    WindowHostLinux windows_{[this](Window& window) { return overlays_.makePeer(window); },
+                             {animator_, monitors_,
+                              [this](std::uint32_t state) {
+                                  return hotkeys_.modifierMap().flagsForState(
+                                      static_cast<std::uint16_t>(state));
+                              },
+                              followDesktop_, activateWindow_}};
+    IconsLinux icons_{groups_, DesktopEntries::dataFolders()};
+    OpenPanelsLinux openPanels_{DesktopEntries::dataFolders(), followDesktop_, activateWindow_};
     CursorsX11 cursors_{*connection_, grab_};
     ScreenCapturerX11 capturer_{overlays_, worker_};
 
@@ -147,10 +161,12 @@ private:
     ProcessHostLinux process_;
     LoginItemLinux loginItem_{autostartEntryPath(), ownProgram()};
     UpdaterLinux updater_{alerts_, ownProgram()};
+    SystemTrayX11 systemTray_{*connection_};
+    MenuRestX11 menuRest_{*connection_, mainQueue_, grab_};
     StatusBarLinux statusBar_{
-        *connection_,
+        systemTray_,
+        menuRest_,
         mainQueue_,
-        grab_,
         {preferencesPath().parent_path(), autostartEntryPath().parent_path()}};
     std::optional<QSocketNotifier> secondStarts_;
 };

@@ -2,16 +2,13 @@
 
 #include "platform/linux/applications/application_groups.h"
 
-#include <xcb/xcb.h>
-
 namespace trovel {
 
 namespace {
 
 class WindowLinux final : public AccessibilityWindow {
 public:
-    WindowLinux(ApplicationGroups& groups, xcb_window_t window)
-        : groups_(groups), window_(window) {}
+    WindowLinux(ApplicationGroups& groups, WindowId window) : groups_(groups), window_(window) {}
 
     std::optional<Point> position() const override {
         auto const frame = groups_.frame(window_);
@@ -27,7 +24,7 @@ public:
 
 private:
     ApplicationGroups& groups_;
-    xcb_window_t window_;
+    WindowId window_;
 };
 
 } // namespace

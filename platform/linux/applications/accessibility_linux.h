@@ -6,7 +6,7 @@ namespace trovel {
 
 class ApplicationGroups;
 
-/// The windows of other applications as the X server knows them, in pixels of the root window.
+/// The windows of other applications as the desktop tells of them, in global pixels.
 class AccessibilityLinux final : public Accessibility {
 public:
     /// `groups` outlives this and the windows that are handed out.

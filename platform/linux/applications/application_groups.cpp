@@ -18,22 +18,24 @@ std::optional<ApplicationGroup> firstOf(RunningGroups running, Matches const& ma
 
 } // namespace
 
-ApplicationGroups::ApplicationGroups(XcbConnection& connection,
+ApplicationGroups::ApplicationGroups(WindowSource& windows,
                                      std::vector<std::filesystem::path> dataFolders,
                                      std::int32_t ownProcess)
-    : tree_(connection), identities_(std::move(dataFolders)), ownProcess_(ownProcess) {}
+    : windows_(windows), identities_(std::move(dataFolders)), ownProcess_(ownProcess) {}
 
 RunningGroups ApplicationGroups::read() {
-    auto const list = tree_.read();
+    auto const list = windows_.read();
     identities_.refresh();
     RunningGroups running;
     std::map<std::string, std::size_t> groupOf; // by the identity's key
-    std::map<xcb_window_t, std::size_t> groupOfWindow;
+    std::map<WindowId, std::size_t> groupOfWindow;
     std::vector<ApplicationIdentity> identities;
     for (auto const& client : list.clients) {
         auto identity = identities_.of(client.properties);
         // Of a window that says nothing only that it is there is known.
-        if (identity.key.empty()) identity.key = std::to_string(client.id);
+        if (identity.key.empty()) {
+            identity.key = std::to_string(static_cast<std::uint64_t>(client.id));
+        }
         auto const [at, isNew] = groupOf.emplace(identity.key, running.groups.size());
         if (isNew) {
             running.groups.emplace_back();
@@ -62,7 +64,7 @@ RunningGroups ApplicationGroups::read() {
         if (group.windows.empty()) group.recency = i;
         group.windows.push_back(window);
     }
-    if (list.active != XCB_WINDOW_NONE) {
+    if (list.active != WindowId::none) {
         running.frontmost = running.groups[groupOfWindow.at(list.active)].application;
     }
     return running;

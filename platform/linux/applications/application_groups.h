@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/applications/application_identity.h"
-#include "platform/linux/x11/window_source_x11.h"
+#include "platform/linux/applications/window_source.h"
 #include "platform/running_application.h"
 
 #include <cstddef>
@@ -18,7 +18,7 @@ namespace trovel {
 /// A running application: the windows of one identity, whatever system processes they come from.
 struct ApplicationGroup {
     RunningApplication application;
-    std::vector<xcb_window_t> windows; ///< The most recently active one first; never empty.
+    std::vector<WindowId> windows; ///< The most recently active one first; never empty.
     std::size_t recency = 0; ///< How many windows of the desktop were active after its last one.
 };
 
@@ -34,8 +34,8 @@ struct RunningGroups {
 /// identifier is added in parentheses. Main thread only.
 class ApplicationGroups {
 public:
-    /// `connection` outlives the groups. Windows of the process `ownProcess` are an accessory's.
-    ApplicationGroups(XcbConnection& connection, std::vector<std::filesystem::path> dataFolders,
+    /// `windows` outlives the groups. Windows of the process `ownProcess` are an accessory's.
+    ApplicationGroups(WindowSource& windows, std::vector<std::filesystem::path> dataFolders,
                       std::int32_t ownProcess);
 
     [[nodiscard]] RunningGroups read();
@@ -45,11 +45,16 @@ public:
     [[nodiscard]] std::optional<ApplicationGroup> withName(std::string_view name);
 
     /// Asks for the application's most recently active window to come to the front.
-    void activate(ApplicationGroup const& group) { activate(group.windows.front()); }
-    void activate(xcb_window_t window) { tree_.activate(window); }
+    void activate(ApplicationGroup const& group) { windows_.activate(group.windows.front()); }
 
-    /// A window's place in pixels of the root window; nothing when it is gone.
-    [[nodiscard]] std::optional<Rect> frame(xcb_window_t window) { return tree_.frame(window); }
+    /// A window's place in global pixels; nothing when it is gone.
+    [[nodiscard]] std::optional<Rect> frame(WindowId window) { return windows_.frame(window); }
+
+    /// The picture that the application's most recently active window brings, as it fits best
+    /// where it is shown `pixels` wide and high.
+    [[nodiscard]] std::optional<WindowIcon> icon(ApplicationGroup const& group, int pixels) {
+        return windows_.icon(group.windows.front(), pixels);
+    }
 
 private:
     struct Given {
@@ -59,7 +64,7 @@ private:
 
     [[nodiscard]] Given const& given(ApplicationIdentity const& identity);
 
-    WindowSourceX11 tree_;
+    WindowSource& windows_;
     ApplicationIdentities identities_;
     std::int32_t ownProcess_;
     std::map<std::string, Given> given_; // by the identity's key

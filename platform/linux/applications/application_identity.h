@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/applications/desktop_entries.h"
-#include "platform/linux/x11/window_source_x11.h"
+#include "platform/linux/applications/window_source.h"
 
 #include <map>
 #include <optional>

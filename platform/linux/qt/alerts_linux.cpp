@@ -1,6 +1,5 @@
 #include "platform/linux/qt/alerts_linux.h"
 
-#include "platform/linux/qt/appearance_linux.h"
 #include "platform/linux/qt/program_icon.h"
 
 #include <QApplication>
@@ -27,7 +26,7 @@ namespace {
 /// Calls `onFirstPaint` when the window manager has put it on the screen.
 class AlertDialog final : public QDialog {
 public:
-    explicit AlertDialog(AlertsLinux::WindowActivator onFirstPaint)
+    explicit AlertDialog(WindowActivator onFirstPaint)
         : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
           onFirstPaint_(std::move(onFirstPaint)) {}
@@ -38,12 +37,10 @@ public:
 private:
     void paintEvent(QPaintEvent* event) override {
         QDialog::paintEvent(event);
-        if (auto const painted = std::exchange(onFirstPaint_, nullptr)) {
-            painted(static_cast<std::uint32_t>(winId()));
-        }
+        if (auto const painted = std::exchange(onFirstPaint_, nullptr)) painted(*this);
     }
 
-    AlertsLinux::WindowActivator onFirstPaint_;
+    WindowActivator onFirstPaint_;
 };
 
 QLabel* plainLabel(QString const& text, QFont const& font) {
@@ -134,8 +131,8 @@ std::string alertParagraphs(std::string const& text) {
     return result;
 }
 
-AlertsLinux::AlertsLinux(XcbConnection& connection, WindowActivator activateWindow)
-    : connection_(connection), activateWindow_(std::move(activateWindow)) {}
+AlertsLinux::AlertsLinux(std::function<void()> followAppearance, WindowActivator activateWindow)
+    : followAppearance_(std::move(followAppearance)), activateWindow_(std::move(activateWindow)) {}
 
 AlertsLinux::~AlertsLinux() = default;
 
@@ -149,7 +146,7 @@ void AlertsLinux::show(Alert const& alert) {
 }
 
 std::unique_ptr<QDialog> AlertsLinux::makeDialog(Alert const& alert) {
-    followAppearance(connection_);
+    followAppearance_();
     auto dialog = std::make_unique<AlertDialog>(activateWindow_);
     auto const message = QString::fromStdString(alertText(alert.messageText));
     dialog->setWindowTitle(message);

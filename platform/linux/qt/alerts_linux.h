@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/alerts.h"
+#include "platform/linux/qt/window_activator.h"
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,8 +10,6 @@
 class QDialog;
 
 namespace trovel {
-
-class XcbConnection;
 
 /// The text of an alert, made fit to be shown: of bounded size whatever a name in it holds, without
 /// control characters and marks that turn the direction of what follows, and with places to break
@@ -24,11 +22,8 @@ class XcbConnection;
 /// Alerts as small dialogs in front of other windows; Escape closes them too.
 class AlertsLinux final : public Alerts {
 public:
-    /// Gives the keyboard to that window of this program (an X window id).
-    using WindowActivator = std::function<void(std::uint32_t window)>;
-
-    /// The connection must outlive this.
-    AlertsLinux(XcbConnection& connection, WindowActivator activateWindow);
+    /// `followAppearance` has the program's windows follow the desktop's appearance.
+    AlertsLinux(std::function<void()> followAppearance, WindowActivator activateWindow);
     ~AlertsLinux();
 
     void runModal(Alert const& alert) override;
@@ -39,7 +34,7 @@ public:
 private:
     [[nodiscard]] std::unique_ptr<QDialog> makeDialog(Alert const& alert);
 
-    XcbConnection& connection_;
+    std::function<void()> followAppearance_;
     WindowActivator activateWindow_;
     std::unique_ptr<QDialog> shown_; // the latest that nobody waits for, closed or not
 };

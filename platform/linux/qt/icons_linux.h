@@ -11,8 +11,6 @@ class QIcon;
 
 namespace trovel {
 
-class XcbConnection;
-
 /// The icon that a desktop entry names: in the desktop's icon theme, or by its path. Null when
 /// there is none.
 [[nodiscard]] QIcon iconOf(DesktopEntry const& entry);
@@ -21,9 +19,8 @@ class XcbConnection;
 /// and for a running one that has no entry the picture that its window brings.
 class IconsLinux final : public Icons {
 public:
-    /// What is handed in outlives it.
-    IconsLinux(XcbConnection& connection, ApplicationGroups& groups,
-               std::vector<std::filesystem::path> dataFolders);
+    /// `groups` outlives it.
+    IconsLinux(ApplicationGroups& groups, std::vector<std::filesystem::path> dataFolders);
     ~IconsLinux() = default;
 
     [[nodiscard]] bool hasSystemSymbol(std::string_view name) const override;
@@ -33,7 +30,6 @@ public:
     iconOfInstalledApplication(std::string_view bundleIdentifier, double size) const override;
 
 private:
-    XcbConnection& connection_;
     ApplicationGroups& groups_;
     mutable DesktopEntries entries_; // read again when the folders have changed
 };

@@ -34,7 +34,7 @@ bool comesBefore(DesktopEntry const* one, DesktopEntry const* other) {
 class ApplicationPanel final : public QDialog {
 public:
     ApplicationPanel(QString const& title, std::vector<DesktopEntry const*> const& entries,
-                     OpenPanelsLinux::WindowActivator onFirstPaint)
+                     WindowActivator onFirstPaint)
         : onFirstPaint_(std::move(onFirstPaint)), search_(new QLineEdit),
           list_(new QListWidget) { // the dialog owns what is in it
         constexpr int kIconSize = 32;
@@ -111,12 +111,10 @@ private:
 
     void paintEvent(QPaintEvent* event) override {
         QDialog::paintEvent(event);
-        if (auto const painted = std::exchange(onFirstPaint_, nullptr)) {
-            painted(static_cast<std::uint32_t>(winId()));
-        }
+        if (auto const painted = std::exchange(onFirstPaint_, nullptr)) painted(*this);
     }
 
-    OpenPanelsLinux::WindowActivator onFirstPaint_;
+    WindowActivator onFirstPaint_;
     QLineEdit* search_;
     QListWidget* list_;
     QPushButton* open_ = nullptr;

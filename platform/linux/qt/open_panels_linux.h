@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/linux/applications/desktop_entries.h"
+#include "platform/linux/qt/window_activator.h"
 #include "platform/open_panels.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <vector>
@@ -14,9 +14,7 @@ namespace trovel {
 /// name, and the answer is the path of the file.
 class OpenPanelsLinux final : public OpenPanels {
 public:
-    /// Gives the keyboard to that window of this program (an X window id).
-    using WindowActivator = std::function<void(std::uint32_t window)>;
-
+    /// `followAppearance` has the program's windows follow the desktop's appearance.
     OpenPanelsLinux(std::vector<std::filesystem::path> dataFolders,
                     std::function<void()> followAppearance, WindowActivator activateWindow);
     ~OpenPanelsLinux() = default;

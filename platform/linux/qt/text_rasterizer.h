@@ -2,7 +2,7 @@
 
 #include "platform/font.h"
 #include "platform/geometry.h"
-#include "platform/linux/x11/overlay/render.h"
+#include "platform/linux/pictures/bitmap.h"
 #include "platform/ui/canvas.h"
 
 #include <cstdint>

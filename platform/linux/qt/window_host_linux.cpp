@@ -1,7 +1,6 @@
 #include "platform/linux/qt/window_host_linux.h"
 
 #include "platform/linux/qt/accessible_view.h"
-#include "platform/linux/x11/overlay/overlay_host.h"
 #include "platform/ui/window.h"
 
 #include <algorithm>
@@ -13,7 +12,7 @@ std::unique_ptr<WindowPeer> WindowHostLinux::makePeer(Window& window) {
     auto const& attributes = window.attributes();
     bool const isOverlay =
         attributes.styleMask == kStyleBorderless && attributes.level >= kScreenSaverWindowLevel;
-    if (isOverlay) return overlays_.makePeer(window);
+    if (isOverlay) return makeOverlay_(window);
     // Not at the start of the program: most runs never open a window.
     if (!std::exchange(hadWindow_, true)) installAccessibleWindows();
     auto const onFront = [this](WindowPeerLinux& peer) {

@@ -3,20 +3,23 @@
 #include "platform/linux/qt/window_peer_linux.h"
 #include "platform/ui/window_host.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace trovel {
 
-class OverlayHost;
-
-/// Chooses the mirror that fits a window: overlays cover screens by way of raw xcb, all others are
+/// Chooses the mirror that fits a window: overlays are the display system's affair, all others are
 /// windows of Qt's.
 class WindowHostLinux final : public WindowHost {
 public:
-    /// `overlays` and what `services` refer to outlive it.
-    WindowHostLinux(OverlayHost& overlays, WindowServices services)
-        : overlays_(overlays), services_(std::move(services)) {}
+    /// Makes the mirror of an overlay window, which covers a whole screen.
+    using MakeOverlay = std::function<std::unique_ptr<WindowPeer>(Window& window)>;
+
+    /// What is handed in, and what `services` refer to, outlives it.
+    WindowHostLinux(MakeOverlay makeOverlay, WindowServices services)
+        : makeOverlay_(std::move(makeOverlay)), services_(std::move(services)) {}
     ~WindowHostLinux() = default;
 
     [[nodiscard]] std::unique_ptr<WindowPeer> makePeer(Window& window) override;
@@ -26,7 +29,7 @@ public:
     void bringForward();
 
 private:
-    OverlayHost& overlays_;
+    MakeOverlay makeOverlay_;
     WindowServices services_;
     std::vector<WindowPeerLinux*> frontToBack_;
     bool hadWindow_ = false;

@@ -276,7 +276,7 @@ bool WindowPeerLinux::bringForward() {
 void WindowPeerLinux::askForKey() {
     // Window managers keep a window behind the one in use when its program asks for it; they obey
     // the form that task bars use.
-    services_.activateWindow(static_cast<std::uint32_t>(native_->winId()));
+    services_.activateWindow(*native_);
 }
 
 void WindowPeerLinux::orderOut() {
@@ -334,8 +334,8 @@ void WindowPeerLinux::receiveCloseRequest() {
     window->receiveCloseRequest();
 }
 
-EventFlags WindowPeerLinux::flagsOf(std::uint32_t state) const {
-    return services_.flagsForState(static_cast<std::uint16_t>(state));
+EventFlags WindowPeerLinux::flagsOf(std::uint32_t nativeModifiers) const {
+    return services_.flagsOf(nativeModifiers);
 }
 
 bool WindowPeerLinux::isMovedFrom(Point point) const {

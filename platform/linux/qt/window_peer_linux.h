@@ -2,6 +2,7 @@
 
 #include "platform/key_codes.h"
 #include "platform/linux/qt/layer_fade.h"
+#include "platform/linux/qt/window_activator.h"
 #include "platform/ui/events.h"
 #include "platform/ui/view.h"
 #include "platform/ui/window_host.h"
@@ -31,12 +32,11 @@ class Window;
 struct WindowServices {
     AnimatorLinux& animator;
     LocalEventMonitors& monitors;
-    /// The flags of an X event that came with that state.
-    std::function<EventFlags(std::uint16_t state)> flagsForState;
+    /// The flags of an event that Qt got with these modifiers (`QKeyEvent::nativeModifiers`).
+    std::function<EventFlags(std::uint32_t nativeModifiers)> flagsOf;
     /// Has the program's windows follow the desktop's light or dark appearance.
     std::function<void()> followAppearance;
-    /// Gives the keyboard to that window of this program (an X window id).
-    std::function<void(std::uint32_t window)> activateWindow;
+    WindowActivator activateWindow;
 };
 
 /// An ordinary window with a title bar. Buttons of the tree are widgets; everything else is painted
@@ -80,8 +80,8 @@ public:
     void receive(KeyEvent const& event);
     void receiveCloseRequest();
 
-    /// The flags of an X event that came with that state.
-    [[nodiscard]] EventFlags flagsOf(std::uint32_t state) const;
+    /// The flags of an event that came with these modifiers.
+    [[nodiscard]] EventFlags flagsOf(std::uint32_t nativeModifiers) const;
     /// Whether a press there can begin to move the window.
     [[nodiscard]] bool isMovedFrom(Point point) const;
 

@@ -1,7 +1,7 @@
 #include "platform/linux/qt/window_widget.h"
 
 #include "platform/linux/qt/window_peer_linux.h"
-#include "platform/linux/x11/keymap.h"
+#include "platform/linux/system/key_positions.h"
 #include "platform/ui/events.h"
 
 #include <QApplication>
@@ -141,8 +141,7 @@ void WindowWidget::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void WindowWidget::handleKey(QKeyEvent const& event, bool isPress) {
-    auto const keyCode =
-        Keymap::virtualKeyForKeycode(static_cast<xcb_keycode_t>(event.nativeScanCode()));
+    auto const keyCode = virtualKeyForEvdevCode(event.nativeScanCode() - kKeycodeOffset);
     if (peer_ == nullptr || !keyCode) return;
     KeyEvent key{KeyEvent::Kind::keyDown, *keyCode, peer_->flagsOf(event.nativeModifiers()), {}};
     if (auto const flag = flagOfModifierKey(event.key())) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/system/session_grants.h"
 #include "platform/permissions.h"
 
 #include <functional>
@@ -9,19 +10,16 @@ namespace trovel {
 
 struct Alert;
 
-class XcbConnection;
-
-/// What takes the place of the two grants on an X11 desktop. A native session lets every program
-/// read the screen, and send input where the server has the XTEST extension. In a Wayland session
-/// the X server shows and reaches nothing but other X programs, so both are missing there. Nobody
-/// can grant them: in place of the system's prompts an explanation is shown.
+/// What takes the place of the two grants on a Linux desktop: what its session lets programs do.
+/// Nobody can grant them: in place of the system's prompts an explanation is shown.
 class PermissionsLinux final : public Permissions {
 public:
+    using ReadGrants = std::function<SessionGrants()>;
     /// Shows an alert and does not wait for it to be closed.
     using ShowAlert = std::function<void(Alert const&)>;
 
-    /// The connection must outlive this.
-    PermissionsLinux(XcbConnection const& connection, ShowAlert showAlert);
+    PermissionsLinux(ReadGrants readGrants, ShowAlert showAlert)
+        : readGrants_(std::move(readGrants)), showAlert_(std::move(showAlert)) {}
     ~PermissionsLinux();
 
     bool isAccessibilityTrusted() const override;
@@ -33,9 +31,8 @@ public:
     void explain();
 
 private:
-    XcbConnection const& connection_;
+    ReadGrants readGrants_;
     ShowAlert showAlert_;
-    bool isXwayland_;
 };
 
 } // namespace trovel

@@ -90,7 +90,7 @@ private:
 
     void attach() {
         if (watcher_ || !menu_) return;
-        watcher_.emplace(bar_.x_, [this] { followTray(); });
+        watcher_.emplace(bar_.systemTray_, [this] { followTray(); });
         followTray();
     }
 
@@ -175,9 +175,9 @@ private:
     std::shared_ptr<int> alive_ = std::make_shared<int>(0); // blocks that wait hold it weakly
 };
 
-StatusBarLinux::StatusBarLinux(XcbConnection& x, MainQueue& mainQueue, InputGrab const& ownGrab,
+StatusBarLinux::StatusBarLinux(SystemTray& systemTray, MenuRest& rest, MainQueue& mainQueue,
                                std::vector<std::filesystem::path> folders)
-    : x_(x), mainQueue_(mainQueue), folders_(std::move(folders)), rest_(x, mainQueue, ownGrab) {}
+    : systemTray_(systemTray), rest_(rest), mainQueue_(mainQueue), folders_(std::move(folders)) {}
 
 StatusBarLinux::~StatusBarLinux() = default;
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/x11/menu_rest_x11.h"
 #include "platform/ui/status_bar.h"
 
 #include <filesystem>
@@ -9,7 +8,9 @@
 
 namespace trovel {
 
-class XcbConnection;
+class MainQueue;
+class MenuRest;
+class SystemTray;
 
 /// The desktop's tray, over the StatusNotifierItem protocol or the System Tray protocol. There may
 /// be none, now or ever: the icon is made when one appears, and again when it comes back.
@@ -17,7 +18,7 @@ class StatusBarLinux final : public StatusBar {
 public:
     /// What is handed in must outlive this. A change in one of the folders may change what a menu
     /// shows.
-    StatusBarLinux(XcbConnection& x, MainQueue& mainQueue, InputGrab const& ownGrab,
+    StatusBarLinux(SystemTray& systemTray, MenuRest& rest, MainQueue& mainQueue,
                    std::vector<std::filesystem::path> folders);
     ~StatusBarLinux();
 
@@ -29,10 +30,10 @@ public:
 private:
     class Item;
 
-    XcbConnection& x_;
+    SystemTray& systemTray_;
+    MenuRest& rest_;
     MainQueue& mainQueue_;
     std::vector<std::filesystem::path> folders_;
-    MenuRestX11 rest_;
     Item* item_ = nullptr;
 };
 

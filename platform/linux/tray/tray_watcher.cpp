@@ -1,14 +1,10 @@
 #include "platform/linux/tray/tray_watcher.h"
 
-#include "platform/linux/x11/connection.h"
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-
-#include <xcb/xfixes.h>
 
 #include <utility>
 
@@ -16,41 +12,20 @@ namespace trovel {
 
 namespace {
 
-constexpr char const* kSystemTray = "_NET_SYSTEM_TRAY_S0";
 // The StatusNotifierItem specification of freedesktop.org, under the names that are in use.
 constexpr char const* kNotifierWatcher = "org.kde.StatusNotifierWatcher";
 constexpr char const* kNotifierWatcherPath = "/StatusNotifierWatcher";
 
 } // namespace
 
-TrayWatcher::TrayWatcher(XcbConnection& x, std::function<void()> onChange)
-    : x_(x), onChange_(std::move(onChange)) {
-    watchSystemTray();
+TrayWatcher::TrayWatcher(SystemTray& systemTray, std::function<void()> onChange)
+    : systemTray_(systemTray), onChange_(std::move(onChange)),
+      systemTrayChanges_(systemTray.watch([this] { askSystemTray(); })) {
     askSystemTray();
     watchNotifierHosts();
 }
 
 TrayWatcher::~TrayWatcher() = default;
-
-void TrayWatcher::watchSystemTray() {
-    auto const* const extension = x_.extension(xcb_xfixes_id);
-    if (extension == nullptr) return;
-    xcb_discard_reply(x_.get(), xcb_xfixes_query_version(x_.get(), XCB_XFIXES_MAJOR_VERSION,
-                                                         XCB_XFIXES_MINOR_VERSION)
-                                    .sequence);
-    xcb_xfixes_select_selection_input(x_.get(), x_.root(), x_.atom(kSystemTray),
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    x_.flush();
-    selectionEvents_ = x_.addEventHandler(
-        [this, type = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY](auto const& event) {
-            if (eventType(event) != type) return;
-            auto const& change =
-                reinterpret_cast<xcb_xfixes_selection_notify_event_t const&>(event);
-            if (change.selection == x_.atom(kSystemTray)) askSystemTray();
-        });
-}
 
 void TrayWatcher::watchNotifierHosts() {
     asking_.setSingleShot(true);
@@ -72,10 +47,8 @@ void TrayWatcher::watchNotifierHosts() {
 }
 
 void TrayWatcher::askSystemTray() {
-    auto const answer = x_.reply<xcb_get_selection_owner_reply>(
-        xcb_get_selection_owner(x_.get(), x_.atom(kSystemTray)));
     auto places = places_;
-    places.hasSystemTray = answer && answer->owner != XCB_WINDOW_NONE;
+    places.hasSystemTray = systemTray_.hasManager();
     set(places);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/tray/system_tray.h"
 #include "platform/registration.h"
 
 #include <QDBusServiceWatcher>
@@ -9,14 +10,12 @@
 
 namespace trovel {
 
-class XcbConnection;
-
 /// Which places for status icons the desktop has at present. Main thread only.
 struct TrayPlaces {
     /// A host of the StatusNotifierItem protocol, over the session bus; none while nobody has
     /// answered yet.
     bool hasNotifierHost = false;
-    /// A manager of the System Tray protocol, over the X server.
+    /// Somebody who shows icons in the display system's own way.
     bool hasSystemTray = false;
     /// Whether the session bus has been asked and has answered.
     bool isKnown = false;
@@ -27,9 +26,9 @@ struct TrayPlaces {
 /// Follows these places as they come and go. Asks, and never waits for an answer.
 class TrayWatcher {
 public:
-    /// Calls `onChange` in a turn of the main loop each time. The connection must outlive this;
+    /// Calls `onChange` in a turn of the main loop each time. `systemTray` outlives this;
     /// needs a QApplication.
-    TrayWatcher(XcbConnection& x, std::function<void()> onChange);
+    TrayWatcher(SystemTray& systemTray, std::function<void()> onChange);
     TrayWatcher(TrayWatcher const&) = delete;
     TrayWatcher& operator=(TrayWatcher const&) = delete;
     ~TrayWatcher();
@@ -37,16 +36,15 @@ public:
     [[nodiscard]] TrayPlaces const& places() const { return places_; }
 
 private:
-    void watchSystemTray();
     void watchNotifierHosts();
     void askSystemTray();
     void askNotifierWatcher();
     void set(TrayPlaces places);
 
-    XcbConnection& x_;
+    SystemTray& systemTray_;
     std::function<void()> onChange_;
     TrayPlaces places_;
-    Registration selectionEvents_;
+    Registration systemTrayChanges_;
     QDBusServiceWatcher services_;
     QTimer asking_;
 };

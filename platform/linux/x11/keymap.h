@@ -18,9 +18,8 @@ public:
     /// `connection` outlives the keymap.
     explicit Keymap(XcbConnection const& connection) : connection_(connection) {}
 
-    /// The X keycode of the key at the position that `keyCode` names. The modifier keys go by their
-    /// role: Command is Ctrl, Control is Super and Option is Alt. Nothing for an unknown position,
-    /// never keycode 0, which would mean every key.
+    /// The X keycode of the key at the position that `keyCode` names. Nothing for an unknown
+    /// position, never keycode 0, which would mean every key.
     [[nodiscard]] static std::optional<xcb_keycode_t> keycodeForVirtualKey(KeyCode keyCode);
     [[nodiscard]] static std::optional<KeyCode> virtualKeyForKeycode(xcb_keycode_t keycode);
 

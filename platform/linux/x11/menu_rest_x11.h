@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/tray/menu_rest.h"
 #include "platform/main_queue.h"
 #include "platform/registration.h"
 
@@ -14,9 +15,8 @@ namespace trovel {
 class InputGrab;
 class XcbConnection;
 
-/// Tells when a menu is gone: from the pointer, which a menu holds while it is open, and from the
-/// screen, where it may fade and what it covered has to be painted again. Main thread only.
-class MenuRestX11 {
+/// Asks the X server: for the pointer, and what was painted.
+class MenuRestX11 final : public MenuRest {
 public:
     /// What is handed in outlives it. While `ownGrab` is wanted the pointer is not free.
     MenuRestX11(XcbConnection& x, MainQueue& mainQueue, InputGrab const& ownGrab);
@@ -24,13 +24,8 @@ public:
     MenuRestX11& operator=(MenuRestX11 const&) = delete;
     ~MenuRestX11();
 
-    /// Calls `then` in a later turn of the main loop: with true when nobody holds the pointer, with
-    /// false when `ownGrab` wants it or somebody else has held it for a second.
-    void whenPointerIsFree(std::function<void(bool isFree)> then);
-
-    /// Calls `then` when the pointer is free and nothing has been painted for a moment, or when
-    /// that has taken longer than half a second: something on the screen may never rest.
-    void whenAtRest(std::function<void()> then);
+    void whenPointerIsFree(std::function<void(bool isFree)> then) override;
+    void whenAtRest(std::function<void()> then) override;
 
 private:
     class Watch;

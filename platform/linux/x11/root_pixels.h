@@ -1,35 +1,22 @@
 #pragma once
 
 #include "platform/geometry.h"
+#include "platform/linux/pictures/device_pixels.h"
 #include "platform/linux/x11/monitors.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
-#include <limits>
 
 namespace trovel {
 
-/// The one place where pixels of the root window (origin at the top left, y downward) and points (y
-/// upward) are turned into each other.
+// The one place where pixels of the root window (origin at the top left, y downward) and points (y
+// upward) are turned into each other.
+
+/// The frame of `monitor` in global screen points.
 ///
 /// A screen's frame has the size of its monitor divided by the monitor's own scale. Its lower-left
 /// corner lies where the monitor's does, counted in pixels from the primary monitor's lower-left
 /// corner and divided by the primary monitor's scale. So screens of one scale join without gaps,
 /// and two monitors never share a frame, whatever their scales.
-
-/// A length of whole pixels in points: multiplied by the scale it is never less than it was, so
-/// that cutting off the fraction gives the same pixels back.
-[[nodiscard]] inline double pointsFromPixels(std::int64_t pixels, double scale) {
-    auto const exact = static_cast<double>(pixels);
-    double points = exact / scale;
-    while (points * scale < exact) {
-        points = std::nextafter(points, std::numeric_limits<double>::infinity());
-    }
-    return points;
-}
-
-/// The frame of `monitor` in global screen points.
 [[nodiscard]] inline Rect frameOf(Monitor const& monitor, Monitor const& primary) {
     auto const& area = monitor.area;
     auto const& origin = primary.area;
@@ -51,22 +38,6 @@ namespace trovel {
     if (y == area.height - 1) ++y;
     return {static_cast<double>(x) / monitor.scale,
             static_cast<double>(area.height - y) / monitor.scale};
-}
-
-/// The nearest whole pixel of a canvas that is `heightPixels` high: the edges of `rect` (points,
-/// origin at the lower left) each moved to the nearest line between pixels.
-[[nodiscard]] inline PixelRect nearestPixelRect(Rect const& rect, double scale,
-                                                std::int64_t heightPixels) {
-    auto const nearest = [scale](double points) {
-        // A canvas is a window of at most 2^15 pixels; what lies far outside is cut while it fits.
-        constexpr double kFar = 1 << 20;
-        return static_cast<std::int64_t>(std::floor(std::clamp(points * scale, -kFar, kFar) + 0.5));
-    };
-    auto const left = nearest(rect.minX());
-    auto const bottom = nearest(rect.minY());
-    auto const right = nearest(rect.maxX());
-    auto const top = nearest(rect.maxY());
-    return {left, heightPixels - top, right - left, top - bottom};
 }
 
 } // namespace trovel

@@ -26,6 +26,14 @@ constexpr int kDeepestClient = 2;
 
 constexpr std::size_t kMostRemembered = 256;
 
+WindowId idOf(xcb_window_t window) {
+    return static_cast<WindowId>(window);
+}
+
+xcb_window_t windowOf(WindowId id) {
+    return static_cast<xcb_window_t>(id);
+}
+
 bool contains(Windows const& windows, xcb_window_t window) {
     return std::ranges::find(windows, window) != windows.end();
 }
@@ -124,22 +132,22 @@ WindowList WindowSourceX11::read() {
 
     Windows present;
     present.reserve(list.clients.size());
-    for (auto const& client : list.clients) present.push_back(client.id);
-    list.active = root.knowsActive ? root.active : focusedClient(list.clients);
-    if (!contains(present, list.active)) list.active = XCB_WINDOW_NONE;
-    noteActive(list.active);
+    for (auto const& client : list.clients) present.push_back(windowOf(client.id));
+    auto active = root.knowsActive ? root.active : focusedClient(present);
+    if (!contains(present, active)) active = XCB_WINDOW_NONE;
+    list.active = idOf(active);
+    noteActive(active);
     std::erase_if(recent_, [&](auto window) { return !contains(present, window); });
 
-    list.byRecency = recent_;
+    auto byRecency = recent_;
     auto const addFromTheTop = [&](Windows const& windowsFromTheBottom) {
         for (auto at = windowsFromTheBottom.rbegin(); at != windowsFromTheBottom.rend(); ++at) {
-            if (contains(present, *at) && !contains(list.byRecency, *at)) {
-                list.byRecency.push_back(*at);
-            }
+            if (contains(present, *at) && !contains(byRecency, *at)) byRecency.push_back(*at);
         }
     };
     addFromTheTop(root.stacking);
     addFromTheTop(present);
+    for (auto const window : byRecency) list.byRecency.push_back(idOf(window));
     return list;
 }
 
@@ -210,7 +218,7 @@ std::optional<ClientWindow> WindowSourceX11::clientFrom(xcb_window_t window,
     auto const kind = kindOf(types, transientFor != XCB_WINDOW_NONE);
     if (kind == WindowKind::furniture) return std::nullopt;
     ClientWindow client;
-    client.id = window;
+    client.id = idOf(window);
     auto const names = bytesOf(wmClass);
     auto const end = std::min(names.find('\0'), names.size());
     client.properties.instance = plainText(names.substr(0, end));
@@ -305,10 +313,8 @@ std::vector<xcb_window_t> WindowSourceX11::childrenFrom(xcb_query_tree_cookie_t 
     return {first, first + xcb_query_tree_children_length(tree.get())};
 }
 
-xcb_window_t WindowSourceX11::focusedClient(std::vector<ClientWindow> const& clients) const {
-    auto const isClient = [&](xcb_window_t window) {
-        return std::ranges::find(clients, window, &ClientWindow::id) != clients.end();
-    };
+xcb_window_t WindowSourceX11::focusedClient(Windows const& clients) const {
+    auto const isClient = [&](xcb_window_t window) { return contains(clients, window); };
     auto const focus =
         connection_.reply<xcb_get_input_focus_reply>(xcb_get_input_focus(connection_.get()));
     if (!focus) return XCB_WINDOW_NONE;
@@ -331,7 +337,8 @@ xcb_window_t WindowSourceX11::focusedClient(std::vector<ClientWindow> const& cli
     return window;
 }
 
-std::optional<Rect> WindowSourceX11::frame(xcb_window_t window) {
+std::optional<Rect> WindowSourceX11::frame(WindowId id) {
+    auto const window = windowOf(id);
     auto const cornerCookie =
         xcb_translate_coordinates(connection_.get(), window, connection_.root(), 0, 0);
     auto const sizeCookie = xcb_get_geometry(connection_.get(), window);
@@ -352,6 +359,38 @@ std::optional<Rect> WindowSourceX11::frame(xcb_window_t window) {
     if (left + right >= whole.width || top + bottom >= whole.height) return whole;
     return Rect{whole.x + left, whole.y + top, whole.width - left - right,
                 whole.height - top - bottom};
+}
+
+/// `_NET_WM_ICON` holds pictures one after the other: width, height, and their words.
+std::optional<WindowIcon> WindowSourceX11::icon(WindowId window, int pixels) {
+    constexpr std::uint32_t kMostWords = 1024 * 1024;
+    constexpr std::uint32_t kMostPixelsPerSide = 1024;
+    auto const property =
+        answer(connection_, request(connection_, windowOf(window), "_NET_WM_ICON", kMostWords));
+    if (!property || property->format != 32) return std::nullopt;
+    auto const* words = static_cast<std::uint32_t const*>(xcb_get_property_value(property.get()));
+    auto left = static_cast<std::size_t>(property->value_len);
+    WindowIcon best;
+    while (left > 2) {
+        auto const width = words[0];
+        auto const height = words[1];
+        auto const count = std::size_t{width} * height;
+        if (width == 0 || height == 0 || width > kMostPixelsPerSide ||
+            height > kMostPixelsPerSide || count > left - 2) {
+            break;
+        }
+        // The smallest that is large enough, else the largest.
+        auto const size = static_cast<int>(width);
+        bool const isBetter = best.words.empty() || (best.width < pixels && size > best.width) ||
+                              (size >= pixels && size < best.width);
+        if (isBetter) {
+            best = {size, static_cast<int>(height), {words + 2, words + 2 + count}};
+        }
+        words += 2 + count;
+        left -= 2 + count;
+    }
+    if (best.words.empty()) return std::nullopt;
+    return best;
 }
 
 /// As pagers do before they ask for a window that is on another desktop: not every window manager
@@ -383,7 +422,8 @@ void WindowSourceX11::askManager(xcb_window_t window, std::string_view wish, std
                    event.data());
 }
 
-void WindowSourceX11::activate(xcb_window_t window) {
+void WindowSourceX11::activate(WindowId id) {
+    auto const window = windowOf(id);
     auto* const connection = connection_.get();
     if (readRoot().knowsActive) {
         constexpr std::uint32_t kFromPager = 2; // the user's own wish, not a program's

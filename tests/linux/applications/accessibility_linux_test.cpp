@@ -1,6 +1,7 @@
 #include "platform/linux/applications/accessibility_linux.h"
 
 #include "platform/linux/applications/application_groups.h"
+#include "platform/linux/x11/window_source_x11.h"
 #include "tests/linux/support/other_program.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +20,8 @@ protected:
 
     TestDisplay display_;
     std::unique_ptr<XcbConnection> connection_ = XcbConnection::open();
-    ApplicationGroups groups_{*connection_, {}, 0};
+    WindowSourceX11 windows_{*connection_};
+    ApplicationGroups groups_{windows_, {}, 0};
     AccessibilityLinux accessibility_{groups_};
     OtherProgram other_;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/activation_script.h"
 #include "platform/linux/applications/application_groups.h"
+#include "platform/linux/x11/window_source_x11.h"
 #include "tests/linux/support/other_program.h"
 #include "tests/linux/support/temporary_folder.h"
 
@@ -50,7 +51,8 @@ protected:
     TestDisplay display_;
     TemporaryFolder folder_;
     std::unique_ptr<XcbConnection> connection_ = XcbConnection::open();
-    ApplicationGroups groups_{*connection_, {folder_.path()}, 0};
+    WindowSourceX11 windows_{*connection_};
+    ApplicationGroups groups_{windows_, {folder_.path()}, 0};
     ScriptRunnerLinux scripts_{groups_};
     OtherProgram other_;
 };

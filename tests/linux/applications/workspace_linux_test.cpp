@@ -1,6 +1,7 @@
 #include "platform/linux/applications/workspace_linux.h"
 
 #include "platform/linux/applications/application_groups.h"
+#include "platform/linux/x11/window_source_x11.h"
 #include "tests/linux/support/other_program.h"
 #include "tests/linux/support/scoped_environment.h"
 #include "tests/linux/support/temporary_folder.h"
@@ -64,7 +65,8 @@ protected:
     TestDisplay display_;
     TemporaryFolder folder_;
     std::unique_ptr<XcbConnection> connection_ = XcbConnection::open();
-    ApplicationGroups groups_{*connection_, {folder_.path()}, kOwnProcess};
+    WindowSourceX11 windows_{*connection_};
+    ApplicationGroups groups_{windows_, {folder_.path()}, kOwnProcess};
     int explanations_ = 0;
     WorkspaceLinux workspace_{groups_, [this] { ++explanations_; }};
     OtherProgram other_;

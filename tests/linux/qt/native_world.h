@@ -7,6 +7,7 @@
 #include "platform/linux/system/application_linux.h"
 #include "platform/linux/system/main_queue_linux.h"
 #include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/xsettings.h"
 #include "platform/ui/local_event_monitors.h"
 #include "platform/ui/window.h"
 
@@ -67,9 +68,9 @@ public:
     int askedForKey = 0;
     WindowServices services{
         animator, monitors,
-        [](std::uint16_t state) { return (state & 4U) != 0 ? kFlagCommand : EventFlags{0}; },
-        [this] { trovel::followAppearance(*connection); },
-        [this](std::uint32_t) { ++askedForKey; }};
+        [](std::uint32_t state) { return (state & 4U) != 0 ? kFlagCommand : EventFlags{0}; },
+        [this] { followAppearance(readDesktopLook(*connection)); },
+        [this](QWidget&) { ++askedForKey; }};
     WindowPeerLinux* latest = nullptr;
 };
 

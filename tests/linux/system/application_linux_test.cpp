@@ -34,7 +34,7 @@ protected:
     }
 
     void showAlert() {
-        AlertsLinux alerts(*connection_, [this](std::uint32_t window) { activated_ = window; });
+        AlertsLinux alerts([] {}, [this](QWidget& window) { activated_ = window.winId(); });
         alerts.runModal({"Trovel", "A sentence.", AlertStyle::informational, {"OK"}});
         events_.emplace_back("alert closed");
     }
@@ -43,7 +43,7 @@ protected:
     MainQueueLinux queue_;
     ApplicationLinux application_{queue_};
     std::vector<std::string> events_;
-    std::uint32_t activated_ = 0;
+    WId activated_ = 0;
 
 private:
     void applicationDidFinishLaunching() override {
@@ -144,7 +144,7 @@ TEST_F(ApplicationLinuxTest, AnAlertIsLargeEnoughForAllOfItsLines) {
             }
             application_.terminate();
         });
-        AlertsLinux alerts(*connection_, [](std::uint32_t) {});
+        AlertsLinux alerts([] {}, [](QWidget&) {});
         std::string const words(300, 'w');
         alerts.runModal({"A title " + words,
                          "One\n\nTwo " + words + "\n\nThree",
@@ -164,7 +164,7 @@ TEST_F(ApplicationLinuxTest, AnAlertShowsItsTextsAsTheyAre) {
             }
             application_.terminate();
         });
-        AlertsLinux alerts(*connection_, [](std::uint32_t) {});
+        AlertsLinux alerts([] {}, [](QWidget&) {});
         alerts.runModal({"Trovel", "<b>x</b> is not running.", AlertStyle::informational, {"OK"}});
     });
     EXPECT_THAT(texts, ElementsAre("Trovel", "<b>x</b> is not running."));

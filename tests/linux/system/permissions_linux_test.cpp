@@ -2,6 +2,7 @@
 
 #include "platform/alerts.h"
 #include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/session_grants_x11.h"
 #include "tests/linux/support/private_x_server.h"
 #include "tests/linux/support/scoped_environment.h"
 
@@ -17,7 +18,8 @@ namespace {
 struct Fixture {
     std::unique_ptr<XcbConnection> connection = XcbConnection::open();
     std::vector<Alert> shown{};
-    PermissionsLinux permissions{*connection,
+    SessionGrantsX11 grants{*connection};
+    PermissionsLinux permissions{[this] { return grants.read(); },
                                  [this](Alert const& alert) { shown.push_back(alert); }};
 };
 

@@ -1,7 +1,7 @@
 #include "platform/linux/x11/overlay/overlay_painter.h"
 
+#include "platform/linux/pictures/device_pixels.h"
 #include "platform/linux/x11/connection.h"
-#include "platform/linux/x11/root_pixels.h"
 #include "platform/ui/overloaded.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/color.h"
+#include "platform/linux/pictures/bitmap.h"
 #include "platform/linux/pictures/pixel_region.h"
 
 #include <xcb/render.h>
@@ -13,14 +14,6 @@
 namespace trovel {
 
 class XcbConnection;
-
-/// A picture in memory: 32-bit pixels, 0xAARRGGBB with the colours already multiplied by alpha, row
-/// by row from the top.
-struct Bitmap {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint32_t> pixels;
-};
 
 /// A bitmap on the server, to be blended over something.
 class ServerBitmap {

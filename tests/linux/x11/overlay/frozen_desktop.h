@@ -100,9 +100,9 @@ struct FrozenDesktop {
     ScreensX11 screens{*x};
     ScreenCapturerX11 capturer{overlays, worker};
     AnimatorLinux animator;
-    WindowHostLinux windows{overlays,
-                            {animator, monitors, [](std::uint16_t) { return EventFlags{0}; }, [] {},
-                             [](xcb_window_t) {}}};
+    WindowHostLinux windows{
+        [this](Window& window) { return overlays.makePeer(window); },
+        {animator, monitors, [](std::uint32_t) { return EventFlags{0}; }, [] {}, [](QWidget&) {}}};
 
     /// Does what has arrived and what is due, the way an event loop would.
     void turn() {
