@@ -1,7 +1,7 @@
 #include "platform/macos/application_mac.h"
 
-#include "platform/macos/convert.h"
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/entry.h"
 
 /// Hands AppKit's notifications on.
 @interface TrovelApplicationDelegate : NSObject <NSApplicationDelegate>

@@ -1,6 +1,6 @@
 #include "platform/macos/bundle_info_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 namespace trovel {
 

@@ -1,7 +1,7 @@
 #include "platform/macos/event_synthesizer_mac.h"
 
-#include "platform/macos/cf_owner.h"
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/cf_owner.h"
+#include "platform/macos/bridge/convert.h"
 
 #import <ApplicationServices/ApplicationServices.h>
 

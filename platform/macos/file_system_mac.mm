@@ -1,6 +1,6 @@
 #include "platform/macos/file_system_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 #include <unistd.h>
 

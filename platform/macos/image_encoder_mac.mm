@@ -1,6 +1,6 @@
 #include "platform/macos/image_encoder_mac.h"
 
-#include "platform/macos/image_mac.h"
+#include "platform/macos/bridge/image_mac.h"
 
 #include <span>
 

@@ -1,6 +1,6 @@
 #include "platform/macos/login_item_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 #import <ServiceManagement/ServiceManagement.h>
 

@@ -1,6 +1,6 @@
 #include "platform/macos/main_queue_mac.h"
 
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/entry.h"
 
 #import <Foundation/Foundation.h>
 

@@ -1,6 +1,6 @@
 #include "platform/macos/open_panels_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 #import <AppKit/AppKit.h>
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>

@@ -1,7 +1,7 @@
 #include "platform/macos/pasteboard_mac.h"
 
-#include "platform/macos/convert.h"
-#include "platform/macos/image_mac.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/image_mac.h"
 
 namespace trovel {
 

@@ -1,6 +1,6 @@
 #include "platform/macos/preference_store_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 namespace trovel {
 

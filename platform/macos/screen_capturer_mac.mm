@@ -1,8 +1,8 @@
 #include "platform/macos/screen_capturer_mac.h"
 
 #include "platform/fatal.h"
-#include "platform/macos/convert.h"
-#include "platform/macos/image_mac.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/image_mac.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "platform/macos/script_runner_mac.h"
 
 #include "platform/activation_script.h"
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 namespace trovel {
 

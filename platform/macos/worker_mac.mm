@@ -1,6 +1,6 @@
 #include "platform/macos/worker_mac.h"
 
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/entry.h"
 
 #include <memory>
 #include <utility>

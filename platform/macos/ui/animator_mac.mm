@@ -1,6 +1,6 @@
 #include "platform/macos/ui/animator_mac.h"
 
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/entry.h"
 
 #import <AppKit/AppKit.h>
 

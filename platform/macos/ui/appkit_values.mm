@@ -1,6 +1,6 @@
 #include "platform/macos/ui/appkit_values.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 namespace trovel {
 

@@ -1,6 +1,6 @@
 #include "platform/macos/ui/canvas_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 #include "platform/macos/ui/appkit_values.h"
 
 namespace trovel {

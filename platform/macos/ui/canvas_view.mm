@@ -1,6 +1,6 @@
 #include "platform/macos/ui/canvas_view.h"
 
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/entry.h"
 #include "platform/macos/ui/canvas_mac.h"
 
 #include <memory>

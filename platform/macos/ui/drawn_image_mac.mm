@@ -1,7 +1,7 @@
 #include "platform/macos/ui/drawn_image_mac.h"
 
-#include "platform/macos/convert.h"
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/entry.h"
 #include "platform/macos/ui/canvas_mac.h"
 
 #include <memory>

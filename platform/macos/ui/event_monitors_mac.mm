@@ -1,6 +1,6 @@
 #include "platform/macos/ui/event_monitors_mac.h"
 
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/entry.h"
 #include "platform/macos/ui/appkit_values.h"
 
 #include <memory>

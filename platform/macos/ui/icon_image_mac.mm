@@ -1,7 +1,7 @@
 #include "platform/macos/ui/icon_image_mac.h"
 
-#include "platform/macos/convert.h"
-#include "platform/macos/image_mac.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/image_mac.h"
 #include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/drawn_image_mac.h"
 

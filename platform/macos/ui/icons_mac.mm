@@ -1,7 +1,7 @@
 #include "platform/macos/ui/icons_mac.h"
 
-#include "platform/macos/convert.h"
-#include "platform/macos/image_mac.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/image_mac.h"
 #include "platform/running_application.h"
 
 #include <utility>

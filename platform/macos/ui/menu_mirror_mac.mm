@@ -1,7 +1,7 @@
 #include "platform/macos/ui/menu_mirror_mac.h"
 
-#include "platform/macos/convert.h"
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/entry.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "platform/macos/ui/native_window.h"
 
-#include "platform/macos/convert.h"
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/convert.h"
+#include "platform/macos/bridge/entry.h"
 #include "platform/macos/ui/appkit_values.h"
 #include "platform/ui/window.h"
 

@@ -1,6 +1,6 @@
 #include "platform/macos/ui/view_contents.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 #include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/icon_image_mac.h"
 #include "platform/ui/button.h"

@@ -1,6 +1,6 @@
 #include "platform/macos/ui/view_events.h"
 
-#include "platform/macos/entry.h"
+#include "platform/macos/bridge/entry.h"
 #include "platform/ui/window.h"
 
 namespace trovel {

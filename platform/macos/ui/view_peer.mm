@@ -1,7 +1,7 @@
 #include "platform/macos/ui/view_peer.h"
 
 #include "platform/fatal.h"
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 #include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/canvas_view.h"
 #include "platform/macos/ui/layer_mac.h"

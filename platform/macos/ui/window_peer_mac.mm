@@ -1,6 +1,6 @@
 #include "platform/macos/ui/window_peer_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 #include "platform/macos/ui/appkit_values.h"
 #include "platform/macos/ui/native_window.h"
 #include "platform/macos/ui/view_peer.h"

@@ -1,4 +1,4 @@
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 namespace trovel {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/image.h"
-#include "platform/macos/cf_owner.h"
+#include "platform/macos/bridge/cf_owner.h"
 
 #import <AppKit/AppKit.h>
 

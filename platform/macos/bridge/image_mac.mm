@@ -1,6 +1,6 @@
-#include "platform/macos/image_mac.h"
+#include "platform/macos/bridge/image_mac.h"
 
-#include "platform/macos/convert.h"
+#include "platform/macos/bridge/convert.h"
 
 #include <utility>
 
