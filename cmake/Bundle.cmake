@@ -54,7 +54,7 @@ set(packaging "${CMAKE_SOURCE_DIR}/packaging/macos")
 set(packaged "${CMAKE_CURRENT_BINARY_DIR}/Trovel.app/Contents/Info.plist"
   "${packaging}/Trovel.icns" "${packaging}/trovel.entitlements")
 add_executable(trovel MACOSX_BUNDLE app/main.cpp)
-target_link_libraries(trovel PRIVATE trovel_core trovel_macos trovel_warnings)
+target_link_libraries(trovel PRIVATE trovel_app trovel_macos trovel_warnings)
 target_compile_definitions(trovel PRIVATE ${TROVEL_PRODUCT_DEFINITIONS})
 set_target_properties(trovel PROPERTIES
   OUTPUT_NAME Trovel

@@ -1,14 +1,11 @@
-# trovel_room(NAME DIRECTORIES dirs... [EXCLUDE files...] [LINK targets...])
-# A static library of all C++ sources in those folders: what lies in a room belongs to it. Includes
-# are written from the root of the tree; no toolkit is on the include path.
+# trovel_room(NAME DIRECTORY dir [EXCLUDE files...] [LINK targets...])
+# A static library of all C++ sources in that folder: what lies in a room belongs to it. `LINK` is
+# what its headers may include. Includes are written from the root of the tree; no toolkit is on the
+# include path of a portable room.
 function(trovel_room name)
-  cmake_parse_arguments(ROOM "" "" "DIRECTORIES;EXCLUDE;LINK" ${ARGN})
-  set(sources)
-  foreach(directory IN LISTS ROOM_DIRECTORIES)
-    file(GLOB found RELATIVE "${CMAKE_SOURCE_DIR}" CONFIGURE_DEPENDS
-      "${CMAKE_SOURCE_DIR}/${directory}/*.cpp")
-    list(APPEND sources ${found})
-  endforeach()
+  cmake_parse_arguments(ROOM "" "DIRECTORY" "EXCLUDE;LINK" ${ARGN})
+  file(GLOB sources RELATIVE "${CMAKE_SOURCE_DIR}" CONFIGURE_DEPENDS
+    "${CMAKE_SOURCE_DIR}/${ROOM_DIRECTORY}/*.cpp")
   list(REMOVE_ITEM sources ${ROOM_EXCLUDE})
   list(TRANSFORM sources PREPEND "${CMAKE_SOURCE_DIR}/")
   add_library(${name} STATIC ${sources})

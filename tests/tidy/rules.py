@@ -21,6 +21,9 @@ POSIX_HEADERS = re.compile(
 
 # Which rooms each room may include besides itself.
 GROUND = ("platform", "platform/ui")
+LINUX_GROUND = ("platform/linux/files", "platform/linux/system", "platform/linux/pictures")
+LINUX_SHARED = (
+    *LINUX_GROUND, "platform/linux/applications", "platform/linux/qt", "platform/linux/tray")
 ROOMS = {
     "app": ("setup_windows", "capture", "delivery", "settings", *GROUND),
     "setup_windows": ("delivery", "settings", *GROUND),
@@ -30,12 +33,53 @@ ROOMS = {
     "platform/ui": ("platform",),
     "platform": (),
     "platform/simulated": GROUND,
-    "platform/linux": GROUND,
-    "platform/macos": GROUND,
+    "platform/macos/bridge": GROUND,
+    "platform/macos/ui": ("platform/macos/bridge", *GROUND),
+    "platform/macos": ("platform/macos/bridge", "platform/macos/ui", *GROUND),
+    "platform/linux/files": GROUND,
+    "platform/linux/system": GROUND,
+    "platform/linux/pictures": GROUND,
+    "platform/linux/applications": ("platform/linux/files", "platform/linux/system", *GROUND),
+    "platform/linux/qt": (*LINUX_GROUND, "platform/linux/applications", *GROUND),
+    "platform/linux/tray": (
+        *LINUX_GROUND, "platform/linux/applications", "platform/linux/qt", *GROUND),
+    "platform/linux/x11": (*LINUX_SHARED, *GROUND),
+    "platform/linux/x11/overlay": (*LINUX_SHARED, "platform/linux/x11", *GROUND),
+    "platform/linux": (
+        *LINUX_SHARED, "platform/linux/x11", "platform/linux/x11/overlay", *GROUND),
+}
+# The headers of a display system, and the rooms that speak it.
+DISPLAY_SYSTEMS = {
+    "xcb/": ("platform/linux/x11", "platform/linux/x11/overlay"),
+    "xkbcommon/": ("platform/linux/x11",),
 }
 PRODUCT_ROOMS = ("app", "setup_windows", "capture", "delivery", "settings")
 BACKENDS = ("platform/simulated", "platform/linux", "platform/macos")
 TOOLKIT_BACKENDS = ("platform/linux", "platform/macos")
+
+# The sides of a capability: the folder that a backend keeps them in, and what its files are called.
+SIDES = {
+    "platform/macos": ("{}_mac",),
+    "platform/linux": ("{}_linux", "{}_x11"),
+    "platform/simulated": ("simulated_{}",),
+}
+# Interfaces of which a backend has no file of that stem, and why.
+WITHOUT_A_SIDE = {
+    "platform/backend.h": {
+        "platform/macos": "a source alone: nobody includes it",
+        "platform/linux": "a source alone: nobody includes it",
+        "platform/simulated": "SimulatedDesktop is made by each test",
+    },
+    "platform/image.h": {
+        "platform/linux": "two kinds: a captured picture, and an image of Qt's",
+        "platform/simulated": "SimulatedPixels are what the simulated screens show",
+    },
+    "platform/ui/canvas.h": {
+        "platform/linux": "windows draw on one of Qt's, overlays paint recordings",
+        "platform/simulated": "CanvasRecording is portable",
+    },
+    "platform/ui/event_monitors.h": {"platform/linux": "LocalEventMonitors is portable"},
+}
 
 SCRIPTS = (".py", ".sh", ".cmake", "CMakeLists.txt", "run", "test")
 
@@ -45,20 +89,26 @@ OBJC_FILE_LIMIT = 200
 
 
 def room_of(path):
-    """The room that a file lies in, a backend's folders counting as one; None outside of rooms."""
+    """The innermost room that a file lies in; None outside of rooms."""
     folder = str(path.parent) + "/"
     fitting = [room for room in ROOMS if folder.startswith(room + "/")]
     return max(fitting, key=len, default=None)
 
 
+def backend_of(path):
+    """The backend that a file lies in; None outside of backends."""
+    folder = str(path.parent) + "/"
+    return next((backend for backend in BACKENDS if folder.startswith(backend + "/")), None)
+
+
 def is_portable(path):
-    return room_of(path) is not None and room_of(path) not in TOOLKIT_BACKENDS
+    return room_of(path) is not None and backend_of(path) not in TOOLKIT_BACKENDS
 
 
 def touches_the_system(path):
     """Code that talks to a real desktop: the two backends, and the tests and measurements on it."""
     return (
-        room_of(path) in TOOLKIT_BACKENDS
+        backend_of(path) in TOOLKIT_BACKENDS
         or path.parts[0] == "bench"
         or path.parts[:2] in (("tests", "linux"), ("tests", "macos"), ("tests", "contract"))
     )
@@ -71,14 +121,16 @@ def include_directions(source):
         if not include.quoted:
             if is_portable(source.path) and include.path not in STANDARD_HEADERS:
                 yield *place, f"<{include.path}> is not the standard library's"
+            for prefix, speakers in DISPLAY_SYSTEMS.items():
+                if room and include.path.startswith(prefix) and room not in speakers:
+                    yield *place, f"{room} may not speak to the display system"
             continue
-        target = room_of(type(source.path)(include.path))
+        included = type(source.path)(include.path)
+        target = room_of(included)
         if room is None or target == room:
             continue
         if target is None:
             yield *place, f'"{include.path}" is not written from the root of the tree'
-        elif target in BACKENDS and str(source.path).rpartition(".")[0] == "app/main":
-            continue
         elif target not in ROOMS[room]:
             yield *place, f"{room} may not include {target}"
 
@@ -115,7 +167,7 @@ def outside_measurements(path):
 
 
 def outside_backends(path):
-    return room_of(path) not in TOOLKIT_BACKENDS
+    return backend_of(path) not in TOOLKIT_BACKENDS
 
 
 def in_portable_code(path):
@@ -183,7 +235,7 @@ def header_form(source):
     if source.lines[0] != "#pragma once":
         yield source.path, 1, "a header starts with #pragma once"
     for number, line in enumerate(source.lines, 1):
-        if re.match(r"\s*#\s*(?:if|ifdef|ifndef)\b", line) and room_of(source.path) not in BACKENDS:
+        if re.match(r"\s*#\s*(?:if|ifdef|ifndef)\b", line) and backend_of(source.path) is None:
             yield source.path, number, "no conditional compilation in a portable header"
 
 
@@ -256,13 +308,8 @@ def endings(source):
         yield source.path, 1, "a tab or a carriage return"
 
 
-def circles(sources):
-    """Files that include each other, directly or by way of others."""
-    known = {str(source.path): source for source in sources}
-    links = {
-        path: [i.path for i in source.includes if i.quoted and i.path in known]
-        for path, source in known.items()
-    }
+def circles_of(links):
+    """Each circle in a graph, as the names along it; `links` has every name's followers."""
     done = set()
     for start in sorted(links):
         trail, pending = [], [(start, iter(links[start]))]
@@ -276,10 +323,36 @@ def circles(sources):
                 pending.pop()
                 trail.pop()
             elif following in trail:
-                circle = trail[trail.index(following) :] + [following]
-                yield known[path].path, 1, "a circle of includes: " + " > ".join(circle)
+                yield trail[trail.index(following) :] + [following]
             elif following not in done:
                 pending.append((following, iter(links[following])))
+
+
+def circles(sources):
+    """Files that include each other, directly or by way of others."""
+    known = {str(source.path): source for source in sources}
+    links = {
+        path: [i.path for i in source.includes if i.quoted and i.path in known]
+        for path, source in known.items()
+    }
+    for circle in circles_of(links):
+        yield known[circle[0]].path, 1, "a circle of includes: " + " > ".join(circle)
+
+
+def folder_circles(sources):
+    """Folders whose files include each other's."""
+    links, places = {}, {}
+    for source in sources:
+        folder = str(source.path.parent)
+        followers = links.setdefault(folder, [])
+        for include in source.includes:
+            other = include.path.rpartition("/")[0]
+            if include.quoted and other != folder:
+                followers.append(other)
+                places[folder, other] = source.path, include.line
+                links.setdefault(other, [])
+    for circle in circles_of(links):
+        yield *places[circle[0], circle[1]], "a circle of folders: " + " > ".join(circle)
 
 
 def missing_files(sources):
@@ -290,13 +363,33 @@ def missing_files(sources):
                 yield source.path, include.line, f"there is no {include.path}"
 
 
+def stems(sources):
+    """Each side of a capability, an interface without a source, has the stem of its header."""
+    paths = {str(source.path) for source in sources}
+    for source in sources:
+        is_interface = source.is_header and re.search(r"\bvirtual\b[^;{]*= 0;", source.code)
+        has_source = str(source.path.with_suffix(".cpp")) in paths
+        if str(source.path.parent) not in GROUND or not is_interface or has_source:
+            continue
+        for folder, names in SIDES.items():
+            files = {name.format(source.path.stem) + ".h" for name in names}
+            has_side = any(
+                path.startswith(folder + "/") and path.rpartition("/")[2] in files
+                for path in paths)
+            is_excused = folder in WITHOUT_A_SIDE.get(str(source.path), {})
+            if not has_side and not is_excused:
+                yield source.path, 1, f"{folder} has no {' or '.join(sorted(files))}"
+            elif has_side and is_excused:
+                yield source.path, 1, f"{folder} has it, and the list says that it has not"
+
+
 CPP_RULES = (
     include_directions, include_order, banned_calls, mutable_statics, header_form, class_comments,
     function_lengths, objc_file_lengths, file_names,
 )
 CODE_RULES = (line_lengths,)
 TEXT_RULES = (leftovers, machine_paths, endings)
-TREE_RULES = (circles, missing_files)
+TREE_RULES = (circles, folder_circles, missing_files, stems)
 
 
 def judge(sources):

@@ -5,6 +5,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import deps
 import rules
 import tidy
 from source import Source
@@ -32,6 +33,20 @@ CASES = [
      '#include "platform/simulated/x.h"\n', '#include "setup_windows/card.h"\n'),
     ("include_directions", "platform/linux/a.cpp",
      '#include "platform/simulated/x.h"\n', '#include "platform/linux/x11/x.h"\n'),
+    ("include_directions", "platform/linux/qt/a.cpp",
+     '#include "platform/linux/x11/x.h"\n', '#include "platform/linux/pictures/x.h"\n'),
+    ("include_directions", "platform/linux/x11/a.cpp",
+     '#include "platform/linux/x11/overlay/x.h"\n', '#include "platform/linux/tray/x.h"\n'),
+    ("include_directions", "platform/linux/x11/overlay/a.cpp",
+     '#include "platform/linux/x.h"\n', '#include "platform/linux/x11/x.h"\n'),
+    ("include_directions", "platform/linux/files/a.cpp",
+     '#include "platform/linux/system/x.h"\n', '#include "platform/linux/files/x.h"\n'),
+    ("include_directions", "platform/linux/applications/a.cpp",
+     "#include <xcb/xcb.h>\n", "#include <QImage>\n"),
+    ("include_directions", "platform/linux/x11/overlay/a.cpp",
+     "#include <xkbcommon/xkbcommon.h>\n", "#include <xcb/render.h>\n"),
+    ("include_directions", "platform/macos/ui/a.mm",
+     '#include "platform/macos/x.h"\n', '#include "platform/macos/bridge/x.h"\n'),
     ("include_directions", "platform/linux/a.cpp",
      '#include "delivery/detector.h"\n', '#include <QWindow>\n'),
     ("include_directions", "platform/ui/a.cpp", "#include <QWindow>\n", "#include <vector>\n"),
@@ -44,9 +59,9 @@ CASES = [
     ("include_order", "capture/crop.cpp",
      '#include "capture/crop.h"\n#include <vector>\n',
      '#include "capture/crop.h"\n\n#include "platform/image.h"\n\n#include <vector>\n'),
-    ("include_order", "platform/linux/a.cpp",
+    ("include_order", "platform/linux/x11/a.cpp",
      "#include <vector>\n\n#include <xcb/xcb.h>\n", "#include <xcb/xcb.h>\n\n#include <vector>\n"),
-    ("include_order", "platform/linux/a.cpp",
+    ("include_order", "platform/linux/x11/a.cpp",
      "#include <fcntl.h>\n#include <QWindow>\n", "#include <csignal>\n#include <fcntl.h>\n"),
     ("banned_calls", "tests/app/a_test.cpp", "void f() { usleep(5); }\n", "void sleepy();\n"),
     ("banned_calls", "platform/linux/a.cpp",
@@ -157,10 +172,65 @@ class TheTree(unittest.TestCase):
         b = Source("app/b.h", '#pragma once\n\n#include "app/c.h"\n')
         self.assertEqual(findings(a, b, Source("app/c.h", "#pragma once\n")), [])
 
+    def test_has_no_circle_of_folders(self):
+        a = Source("tests/one/a.cpp", '#include "tests/two/b.h"\n')
+        b = Source("tests/two/b.h", "#pragma once\n")
+        c = Source("tests/two/c.cpp", '#include "tests/one/d.h"\n')
+        d = Source("tests/one/d.h", "#pragma once\n")
+        self.assertEqual(findings(a, b, c, d), ["folder_circles"])
+        self.assertEqual(findings(a, b, d), [])
+
+    def test_has_one_stem_for_all_sides_of_a_capability(self):
+        virtual = "#pragma once\n\nstruct A {\n    virtual void f() = 0;\n};\n"
+        header = Source("platform/clock.h", virtual)
+        sides = [
+            Source(path, "#pragma once\n")
+            for path in ("platform/macos/clock_mac.h", "platform/linux/x11/clock_x11.h",
+                         "platform/simulated/simulated_clock.h")
+        ]
+        self.assertEqual(findings(header, *sides), [])
+        self.assertEqual(findings(header, *sides[1:]), ["stems"])
+        renamed = Source("platform/simulated/virtual_clock.h", "#pragma once\n")
+        self.assertEqual(findings(header, *sides[:2], renamed), ["stems"])
+        self.assertEqual(findings(Source("platform/clock.h", "#pragma once\n"), *sides[1:]), [])
+        self.assertEqual(findings(header, Source("platform/clock.cpp", "")), [])
+
+    def test_has_no_needless_excuse_for_another_stem(self):
+        virtual = "#pragma once\n\nstruct A {\n    virtual void f() = 0;\n};\n"
+        sides = [
+            Source(path, "#pragma once\n")
+            for path in ("platform/macos/ui/event_monitors_mac.h",
+                         "platform/simulated/simulated_event_monitors.h")
+        ]
+        header = Source("platform/ui/event_monitors.h", virtual)
+        self.assertEqual(findings(header, *sides), [])
+        late = Source("platform/linux/qt/event_monitors_linux.h", "#pragma once\n")
+        self.assertEqual(findings(header, *sides, late), ["stems"])
+
     def test_includes_only_what_is_there(self):
         a = Source("app/a.h", '#pragma once\n\n#include "app/b.h"\n')
         self.assertEqual([rule for rule, *_ in rules.judge([a])], ["missing_files"])
         self.assertEqual(list(rules.judge([a, Source("app/b.h", "#pragma once\n")])), [])
+
+
+class WhatTheCompilerRead(unittest.TestCase):
+    def test_stays_within_the_rooms(self):
+        def seen(*paths):
+            return len(list(deps.breaches([[Path(path) for path in paths]])))
+
+        self.assertEqual(seen("capture/a.cpp", "capture/a.h", "settings/b.h", "platform/c.h"), 0)
+        self.assertEqual(seen("capture/a.cpp", "setup_windows/b.h"), 1)
+        self.assertEqual(seen("platform/linux/qt/a.cpp", "/usr/include/xcb/xcb.h"), 1)
+        self.assertEqual(seen("platform/linux/x11/a.cpp", "/usr/include/xcb/xcb.h"), 0)
+        self.assertEqual(seen("tests/a.cpp", "platform/linux/x11/b.h", "capture/c.h"), 0)
+
+    def test_is_read_from_what_ninja_says(self):
+        listing = (
+            "a.o: #deps 2, deps mtime 1 (VALID)\n    ../../app/main.cpp\n    ../../app/b.h\n\n"
+            "old.o: #deps 1, deps mtime 1 (STALE)\n    ../../app/main.cpp\n"
+        )
+        objects = list(deps.objects_of(listing, deps.ROOT / "build/development"))
+        self.assertEqual(objects, [[Path("app/main.cpp"), Path("app/b.h")]])
 
 
 class TheProgram(unittest.TestCase):
