@@ -9,7 +9,7 @@ struct SessionGrants {
     bool mayCapture = false; ///< See the screen.
     bool maySend = false;    ///< Send clicks and keys to other programs.
     /// What is missing and what would help, for people; empty when nothing is missing.
-    std::string_view explanation;
+    std::string_view explanation = {};
 };
 
 } // namespace trovel

@@ -1,8 +1,10 @@
 #include "platform/linux/tray/status_bar_linux.h"
 
 #include "platform/linux/tray/menu_mirror_linux.h"
+#include "platform/linux/tray/menu_rest.h"
 #include "platform/linux/tray/tray_icon.h"
 #include "platform/linux/tray/tray_watcher.h"
+#include "platform/main_queue.h"
 
 #include <QCursor>
 #include <QFileSystemWatcher>
