@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -53,6 +54,16 @@ struct PixelRect {
 
     friend bool operator==(PixelRect const&, PixelRect const&) = default;
 };
+
+/// The pixels that two rectangles share; empty when they share none.
+[[nodiscard]] inline PixelRect intersection(PixelRect const& a, PixelRect const& b) {
+    auto const left = std::max(a.x, b.x);
+    auto const top = std::max(a.y, b.y);
+    auto const right = std::min(a.x + a.width, b.x + b.width);
+    auto const bottom = std::min(a.y + a.height, b.y + b.height);
+    if (right <= left || bottom <= top) return {};
+    return {left, top, right - left, bottom - top};
+}
 
 /// A length within this of a whole number counts as that number, so that points which came from
 /// pixels by a division come back as those pixels.

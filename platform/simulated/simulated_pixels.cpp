@@ -20,15 +20,6 @@ std::uint32_t desktopColor(std::uint32_t displayId, std::int64_t x, std::int64_t
     return mixed * 0x2c1b3c6dU >> 8U;
 }
 
-PixelRect intersection(PixelRect const& first, PixelRect const& second) {
-    auto const left = std::max(first.x, second.x);
-    auto const top = std::max(first.y, second.y);
-    auto const right = std::min(first.x + first.width, second.x + second.width);
-    auto const bottom = std::min(first.y + first.height, second.y + second.height);
-    if (right <= left || bottom <= top) return {left, top, 0, 0};
-    return {left, top, right - left, bottom - top};
-}
-
 std::shared_ptr<PixelImage const> SimulatedPixels::croppedTo(Rect const& rect) const {
     auto const wanted = outwardPixelRect(rect);
     auto const cut = intersection(wanted, {0, 0, region_.width, region_.height});

@@ -52,9 +52,6 @@ private:
     PixelRect region_;
 };
 
-/// The part that two rectangles share; empty when they share none.
-[[nodiscard]] PixelRect intersection(PixelRect const& first, PixelRect const& second);
-
 /// An image as a value. Only the simulated desktop's own pictures have a display; others read as
 /// their size on display 0.
 [[nodiscard]] Picture pictureOf(Image const& image);

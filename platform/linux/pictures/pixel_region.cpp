@@ -1,18 +1,8 @@
 #include "platform/linux/pictures/pixel_region.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace trovel {
-
-PixelRect intersection(PixelRect const& a, PixelRect const& b) {
-    auto const left = std::max(a.x, b.x);
-    auto const top = std::max(a.y, b.y);
-    auto const right = std::min(a.x + a.width, b.x + b.width);
-    auto const bottom = std::min(a.y + a.height, b.y + b.height);
-    if (right <= left || bottom <= top) return {};
-    return {left, top, right - left, bottom - top};
-}
 
 void PixelRegion::add(PixelRect const& rect) {
     if (rect.isEmpty()) return;

@@ -7,9 +7,6 @@
 
 namespace trovel {
 
-/// The pixels that two rectangles share; empty when they share none.
-[[nodiscard]] PixelRect intersection(PixelRect const& a, PixelRect const& b);
-
 /// A set of pixels, as rectangles that do not overlap.
 class PixelRegion {
 public:

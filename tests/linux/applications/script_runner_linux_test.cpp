@@ -21,6 +21,8 @@ protected:
         return application->processIdentifier;
     }
 
+    static WindowId idOf(xcb_window_t window) { return static_cast<WindowId>(window); }
+
     [[nodiscard]] bool becomesActive(xcb_window_t window) {
         return OtherProgram::eventually([&] {
             connection_->processEvents();
@@ -100,7 +102,7 @@ TEST_F(ScriptRunnerLinuxTest, FindsTheOneOfTwoWithOneNameThatWasMeant) {
     ASSERT_EQ(groups.size(), 2u);
     for (auto const& group : groups) {
         scripts_.execute(activationScript(*group.application.localizedName));
-        EXPECT_TRUE(becomesActive(group.windows[0]));
+        EXPECT_TRUE(becomesActive(static_cast<xcb_window_t>(group.windows[0])));
     }
 }
 
@@ -147,7 +149,7 @@ TEST_F(ScriptRunnerLinuxTest, AWindowThatWasActiveLaterCountsMoreThanOneOnTop) {
     connection_->processEvents();
     manager.activate(XCB_WINDOW_NONE);
     EXPECT_EQ(groups_.withName("Alpha")->windows,
-              (std::vector<xcb_window_t>{worked, onTop, never}));
+              (std::vector{idOf(worked), idOf(onTop), idOf(never)}));
 }
 
 TEST_F(ScriptRunnerLinuxTest, TheOrderOnTheScreenDecidesAmongWindowsNobodyUsed) {
@@ -157,7 +159,7 @@ TEST_F(ScriptRunnerLinuxTest, TheOrderOnTheScreenDecidesAmongWindowsNobodyUsed) 
     auto const unlisted = other_.open({.className = "Alpha"});
     manager.list({unlisted, above, below}, {below, above});
     EXPECT_EQ(groups_.withName("Alpha")->windows,
-              (std::vector<xcb_window_t>{above, below, unlisted}));
+              (std::vector{idOf(above), idOf(below), idOf(unlisted)}));
 }
 
 TEST_F(ScriptRunnerLinuxTest, RaisesAndFocusesByItselfWithoutAWindowManager) {
