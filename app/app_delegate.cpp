@@ -9,6 +9,7 @@
 #include "platform/alerts.h"
 #include "platform/fatal.h"
 #include "platform/ui/status_bar.h"
+#include "platform/weak_call.h"
 #include "platform/workspace.h"
 #include "setup_windows/change_app_window_controller.h"
 #include "setup_windows/hotkey_recorder_window_controller.h"
@@ -42,13 +43,13 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::makePipeline() {
     terminalMode_.emplace(
-        platform_, weak_from_this(),
-        TerminalMode::Callbacks{.terminalTargetItems = [this]() -> auto const& {
-                                    return statusMenu().items().terminalTargetItems;
-                                },
-                                .previousFrontmostApp = [this] { return previousFrontmostApp_; }});
+        platform_, shared_from_this(),
+        TerminalMode::Callbacks{
+            .titleOfTarget =
+                [this](std::int64_t tag) { return statusMenu().titleOfTerminalTarget(tag); },
+            .previousFrontmostApp = [this] { return previousFrontmostApp_; }});
     pipeline_.emplace(
-        platform_, weak_from_this(),
+        platform_, shared_from_this(),
         CapturePipeline::Services{*screenshotManager_, aiAppDetector_, *autoPaster_},
         CapturePipeline::Callbacks{
             .showPermissionsWindow = [this] { showPermissionsWindow(context_, nullptr); },
@@ -74,9 +75,7 @@ void AppDelegate::buildStatusItem() {
     statusItem_ = platform_.statusBar.makeSquareItem();
     if (statusItem_->hasButton()) statusItem_->setButtonImage(statusIcon());
     statusMenu_.emplace(platform_, product_, menuActions());
-    statusMenu_->menu()->setWillOpen([weak = weak_from_this()] {
-        if (auto const self = weak.lock()) self->menuWillOpen();
-    });
+    statusMenu_->menu()->setWillOpen(weakCall(*this, &AppDelegate::menuWillOpen));
     statusItem_->setMenu(statusMenu_->menu());
 }
 
@@ -105,7 +104,7 @@ StatusMenu& AppDelegate::statusMenu() {
 }
 
 void AppDelegate::menuWillOpen() {
-    statusMenu().refresh([this] { terminalMode_->updateTerminalMenuState(); });
+    statusMenu().refresh();
 }
 
 void AppDelegate::triggerCapture() {
@@ -118,7 +117,8 @@ void AppDelegate::toggleAutoSend() {
 }
 
 void AppDelegate::terminalTargetSelected(MenuItem const& sender) {
-    terminalMode_->terminalTargetSelected(sender);
+    terminalMode_->terminalTargetSelected(sender.tag());
+    statusMenu().updateTerminalMenuState();
 }
 
 void AppDelegate::aiAppSelected(MenuItem const& sender) {

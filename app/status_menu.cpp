@@ -5,7 +5,7 @@
 #include "delivery/terminal_targets.h"
 #include "settings/hotkey.h"
 
-#include <optional>
+#include <algorithm>
 #include <span>
 #include <utility>
 
@@ -106,12 +106,27 @@ std::string StatusMenu::title() const {
     return product_.displayName + " (" + storedHotkeyText(preferences_) + ")";
 }
 
-void StatusMenu::refresh(std::function<void()> const& updateTerminalMenuState) {
+void StatusMenu::refresh() {
     refreshLaunchAtLogin();
     refreshAutoSend();
     updateTerminalMenuState();
     refreshAIApps();
     refreshTitle();
+}
+
+void StatusMenu::updateTerminalMenuState() {
+    auto const current = preferences_.terminalModeEnabled() ? preferences_.terminalModeTarget()
+                                                            : kTerminalModeOffTag;
+    for (auto const& item : items_.terminalTargetItems) {
+        item->setState(stateOf(item->tag() == current));
+    }
+}
+
+std::optional<std::string> StatusMenu::titleOfTerminalTarget(std::int64_t tag) const {
+    auto const& items = items_.terminalTargetItems;
+    auto const item = std::ranges::find(items, tag, [](auto const& each) { return each->tag(); });
+    if (item == items.end()) return std::nullopt;
+    return (*item)->title();
 }
 
 void StatusMenu::refreshAIApps() {

@@ -5,8 +5,10 @@
 #include "platform/ui/menu.h"
 #include "settings/preferences.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -46,11 +48,17 @@ public:
     StatusMenu(Platform const& platform, Product product, Actions actions);
 
     /// Brings every checkmark and the first title up to date. Called when the menu opens.
-    void refresh(std::function<void()> const& updateTerminalMenuState);
+    void refresh();
 
     void refreshTitle();
     void refreshAutoSend();
     void refreshLaunchAtLogin();
+
+    /// Checks the one terminal target that is in force: "Off" whenever the mode is off.
+    void updateTerminalMenuState();
+
+    /// What the row of the terminal target with that tag is called; nothing when there is none.
+    [[nodiscard]] std::optional<std::string> titleOfTerminalTarget(std::int64_t tag) const;
 
     [[nodiscard]] std::shared_ptr<Menu> const& menu() const { return menu_; }
     [[nodiscard]] Items const& items() const { return items_; }

@@ -20,10 +20,11 @@ constexpr std::chrono::milliseconds kResultToDelivery{300};
 
 } // namespace
 
-CapturePipeline::CapturePipeline(Platform const& platform, std::weak_ptr<void> const& owner,
+CapturePipeline::CapturePipeline(Platform const& platform, std::shared_ptr<void> const& owner,
                                  Services services, Callbacks callbacks)
-    : platform_(platform), owner_(owner), services_(services), callbacks_(std::move(callbacks)),
-      preferences_(platform.preferences), activation_(platform, owner) {}
+    : platform_(platform), self_(std::shared_ptr<CapturePipeline>(owner, this)),
+      services_(services), callbacks_(std::move(callbacks)), preferences_(platform.preferences),
+      activation_(platform, owner) {}
 
 void CapturePipeline::triggerCapture() {
     auto const& permissions = platform_.permissions;
@@ -33,8 +34,8 @@ void CapturePipeline::triggerCapture() {
     }
     // Asked before the overlay appears: this is where the user was working.
     callbacks_.setPreviousFrontmostApp(platform_.workspace.frontmostApplication());
-    services_.screenshotManager.startCapture([this, weak = owner_](CaptureResult const& result) {
-        if (auto const owner = weak.lock()) handleCaptureResult(result);
+    services_.screenshotManager.startCapture([weak = self_](CaptureResult const& result) {
+        if (auto const self = weak.lock()) self->handleCaptureResult(result);
     });
 }
 
@@ -44,9 +45,8 @@ void CapturePipeline::handleCaptureResult(CaptureResult const& result) {
         return;
     }
     // Strong: a picture that was taken is delivered, whoever else lets go of the owner.
-    platform_.mainQueue.after(kResultToDelivery, [this, owner = owner_.lock(), image = *result] {
-        deliverCapture(image);
-    });
+    platform_.mainQueue.after(
+        kResultToDelivery, [self = self_.lock(), image = *result] { self->deliverCapture(image); });
 }
 
 void CapturePipeline::deliverCapture(Image const& image) {
@@ -68,8 +68,8 @@ void CapturePipeline::deliverToAIApp() {
         return;
     }
     activation_.activateWithAppleScript(target->app);
-    activation_.waitForFrontmost(target->app, 0, [this, weak = owner_, target = *target] {
-        if (auto const owner = weak.lock()) services_.autoPaster.paste(target);
+    activation_.waitForFrontmost(target->app, 0, [weak = self_, target = *target] {
+        if (auto const self = weak.lock()) self->services_.autoPaster.paste(target);
     });
 }
 

@@ -34,10 +34,13 @@ public:
         std::function<void(Image const&)> deliverToTerminal;
     };
 
-    /// `owner` owns this object. Blocks that outlive a step hold it weakly, except the one between
-    /// a picture and its delivery.
-    CapturePipeline(Platform const& platform, std::weak_ptr<void> const& owner, Services services,
+    /// A part of `owner`, which keeps it alive. Blocks that outlive a step hold it weakly, except
+    /// the one between a picture and its delivery.
+    CapturePipeline(Platform const& platform, std::shared_ptr<void> const& owner, Services services,
                     Callbacks callbacks);
+    CapturePipeline(CapturePipeline const&) = delete;
+    CapturePipeline& operator=(CapturePipeline const&) = delete;
+    ~CapturePipeline() = default;
 
     /// Starts a capture. Without both grants it only asks for the permissions window; during a
     /// capture it does no more than note the application in front.
@@ -49,7 +52,7 @@ private:
     void deliverToAIApp();
 
     Platform platform_;
-    std::weak_ptr<void> owner_;
+    std::weak_ptr<CapturePipeline> self_;
     Services services_;
     Callbacks callbacks_;
     Preferences preferences_;

@@ -32,9 +32,9 @@ void TargetActivation::waitForFrontmost(RunningApplication const& app, int attem
     }
     if (attempt < kLastAttempt) {
         platform_.mainQueue.after(kBetweenChecks,
-                                  [this, weak = owner_, app, attempt, action = std::move(action)] {
-                                      if (auto const owner = weak.lock())
-                                          waitForFrontmost(app, attempt + 1, action);
+                                  [weak = self_, app, attempt, action = std::move(action)] {
+                                      if (auto const self = weak.lock())
+                                          self->waitForFrontmost(app, attempt + 1, action);
                                   });
         return;
     }

@@ -11,9 +11,12 @@ namespace trovel {
 /// Brings a target to the front and waits until it is there. Main thread only.
 class TargetActivation {
 public:
-    /// `owner` keeps this object alive; blocks that wait hold it weakly.
-    TargetActivation(Platform const& platform, std::weak_ptr<void> owner)
-        : platform_(platform), owner_(std::move(owner)) {}
+    /// A part of `owner`, which keeps it alive; blocks that wait hold it weakly.
+    TargetActivation(Platform const& platform, std::shared_ptr<void> const& owner)
+        : platform_(platform), self_(std::shared_ptr<TargetActivation>(owner, this)) {}
+    TargetActivation(TargetActivation const&) = delete;
+    TargetActivation& operator=(TargetActivation const&) = delete;
+    ~TargetActivation() = default;
 
     /// Asks `app` to come to the front, by its name. Nothing tells whether it does.
     void activateWithAppleScript(RunningApplication const& app);
@@ -24,7 +27,7 @@ public:
 
 private:
     Platform platform_;
-    std::weak_ptr<void> owner_;
+    std::weak_ptr<TargetActivation> self_;
 };
 
 } // namespace trovel

@@ -10,7 +10,6 @@
 #include "platform/wall_clock.h"
 #include "platform/workspace.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace trovel {
@@ -21,23 +20,14 @@ constexpr std::size_t kCapturesKept = 50;
 
 } // namespace
 
-TerminalMode::TerminalMode(Platform const& platform, std::weak_ptr<void> const& owner,
+TerminalMode::TerminalMode(Platform const& platform, std::shared_ptr<void> const& owner,
                            Callbacks callbacks)
     : platform_(platform), preferences_(platform.preferences), callbacks_(std::move(callbacks)),
       activation_(platform, owner) {}
 
-void TerminalMode::terminalTargetSelected(MenuItem const& sender) {
-    preferences_.setTerminalModeEnabled(sender.tag() != kTerminalModeOffTag);
-    preferences_.setTerminalModeTarget(sender.tag());
-    updateTerminalMenuState();
-}
-
-void TerminalMode::updateTerminalMenuState() {
-    auto const current = preferences_.terminalModeEnabled() ? preferences_.terminalModeTarget()
-                                                            : kTerminalModeOffTag;
-    for (auto const& item : callbacks_.terminalTargetItems()) {
-        item->setState(item->tag() == current ? MenuItem::State::on : MenuItem::State::off);
-    }
+void TerminalMode::terminalTargetSelected(std::int64_t tag) {
+    preferences_.setTerminalModeEnabled(tag != kTerminalModeOffTag);
+    preferences_.setTerminalModeTarget(tag);
 }
 
 void TerminalMode::deliverToTerminal(Image const& image) {
@@ -82,15 +72,8 @@ std::optional<RunningApplication> TerminalMode::chooseTarget() {
     auto const running =
         platform_.workspace.runningApplicationsWithBundleIdentifier(*bundleIdentifier);
     if (!running.empty()) return running.front();
-    alert(titleOfTarget(tag) + " is not running.");
+    alert(callbacks_.titleOfTarget(tag).value_or("Selected app") + " is not running.");
     return std::nullopt;
-}
-
-std::string TerminalMode::titleOfTarget(std::int64_t tag) const {
-    auto const& items = callbacks_.terminalTargetItems();
-    auto const item =
-        std::ranges::find_if(items, [tag](auto const& each) { return each->tag() == tag; });
-    return item == items.end() ? "Selected app" : (*item)->title();
 }
 
 void TerminalMode::pasteInto(RunningApplication const& target) {

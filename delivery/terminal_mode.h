@@ -4,14 +4,14 @@
 #include "platform/image.h"
 #include "platform/platform.h"
 #include "platform/running_application.h"
-#include "platform/ui/menu.h"
 #include "settings/preferences.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace trovel {
 
@@ -21,20 +21,17 @@ class TerminalMode {
 public:
     /// What it needs of its owner.
     struct Callbacks {
-        /// The target items of the menu, in menu order.
-        std::function<std::vector<std::shared_ptr<MenuItem>> const&()> terminalTargetItems;
+        /// What the menu calls the target with that tag; nothing when it has none.
+        std::function<std::optional<std::string>(std::int64_t tag)> titleOfTarget;
         /// The application that was in front when the capture was started.
         std::function<std::optional<RunningApplication>()> previousFrontmostApp;
     };
 
-    /// `owner` owns this object; blocks that wait hold it weakly.
-    TerminalMode(Platform const& platform, std::weak_ptr<void> const& owner, Callbacks callbacks);
+    /// A part of `owner`, which keeps it alive; blocks that wait hold it weakly.
+    TerminalMode(Platform const& platform, std::shared_ptr<void> const& owner, Callbacks callbacks);
 
-    /// Stores the choice of a target item and shows it.
-    void terminalTargetSelected(MenuItem const& sender);
-
-    /// Checks the one item that is in force: "Off" whenever the mode is off.
-    void updateTerminalMenuState();
+    /// Stores the choice of the target with that tag.
+    void terminalTargetSelected(std::int64_t tag);
 
     /// Writes the picture, puts its path and a space on the pasteboard and pastes that into the
     /// target. Nothing is ever submitted.
@@ -43,7 +40,6 @@ public:
 private:
     [[nodiscard]] std::optional<std::string> saveCapture(Image const& image);
     [[nodiscard]] std::optional<RunningApplication> chooseTarget();
-    [[nodiscard]] std::string titleOfTarget(std::int64_t tag) const;
     void pasteInto(RunningApplication const& target);
     void alert(std::string_view message);
 

@@ -11,6 +11,7 @@
 #include "platform/ui/icons.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
+#include "platform/weak_call.h"
 #include "platform/workspace.h"
 #include "settings/preferences.h"
 
@@ -219,11 +220,7 @@ void AppSelectorView::buildCards() {
 std::shared_ptr<AppCard> AppSelectorView::addCard(std::string const& name, Rect frame) {
     auto card = std::make_shared<AppCard>(platform_, name, frame);
     card->setSelected(selectedName_ == name);
-    card->setOnClick([weak = weak_from_this()](std::string const& clicked) {
-        if (auto self = std::static_pointer_cast<AppSelectorView>(weak.lock())) {
-            self->selectApp(clicked);
-        }
-    });
+    card->setOnClick(weakCall(*this, &AppSelectorView::selectApp));
     addSubview(card);
     cards_.push_back(card);
     return card;
@@ -244,11 +241,7 @@ void AppSelectorView::addPlusButton(Rect frame) {
         std::make_shared<Label>(kNameFrame, "Other",
                                 Label::Look{Font::system(11, Font::Weight::medium),
                                             kSecondaryLabelColor, TextAlignment::center}));
-    plusButton_->setClickAction([weak = weak_from_this()] {
-        if (auto self = std::static_pointer_cast<AppSelectorView>(weak.lock())) {
-            self->plusClicked();
-        }
-    });
+    plusButton_->setClickAction(weakCall(*this, &AppSelectorView::plusClicked));
     plusButton_->setAccessibility({AccessibilityInfo::Role::button, "Choose other app", ""});
     plusButton_->trackPointer();
     addSubview(plusButton_);

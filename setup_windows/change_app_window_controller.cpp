@@ -1,9 +1,10 @@
 #include "setup_windows/change_app_window_controller.h"
 
-#include "platform/application.h"
 #include "platform/ui/button.h"
+#include "platform/weak_call.h"
 #include "settings/preferences.h"
 #include "setup_windows/app_selector_view.h"
+#include "setup_windows/show_in_slot.h"
 #include "setup_windows/window_parts.h"
 #include "setup_windows/window_slots.h"
 
@@ -46,12 +47,9 @@ void ChangeAppWindowController::buildContent() {
     Button::Look look;
     look.font = Font::system(12, Font::Weight::medium);
     look.keyEquivalent = "\r";
-    content.addSubview(std::make_shared<Button>(
-        Rect{(kWidth - 100) * 0.5, 10, 100, 28}, "Done", look, [weak = weak_from_this()] {
-            if (auto self = std::static_pointer_cast<ChangeAppWindowController>(weak.lock())) {
-                self->done();
-            }
-        }));
+    content.addSubview(std::make_shared<Button>(Rect{(kWidth - 100) * 0.5, 10, 100, 28}, "Done",
+                                                look,
+                                                weakCall(*this, &ChangeAppWindowController::done)));
 }
 
 void ChangeAppWindowController::done() {
@@ -68,16 +66,12 @@ void ChangeAppWindowController::windowWillClose() {
 }
 
 void showChangeAppWindow(WindowContext const& context) {
-    if (auto const& open = context.slots.sharedChangeAppWindow) {
-        open->window()->makeKeyAndOrderFront();
-    } else {
+    auto const make = [&] {
         auto controller = ChangeAppWindowController::make(context);
         controller->showWindow();
-        controller->window()->center();
-        controller->window()->makeKeyAndOrderFront();
-        context.slots.sharedChangeAppWindow = std::move(controller);
-    }
-    context.platform.application.activate();
+        return controller;
+    };
+    showInSlot(context, context.slots.sharedChangeAppWindow, make, [](auto&) {});
 }
 
 } // namespace trovel

@@ -1,10 +1,11 @@
 #include "setup_windows/hotkey_recorder_window_controller.h"
 
-#include "platform/application.h"
 #include "platform/hotkey_service.h"
 #include "platform/ui/button.h"
+#include "platform/weak_call.h"
 #include "settings/hotkey.h"
 #include "settings/preferences.h"
+#include "setup_windows/show_in_slot.h"
 #include "setup_windows/window_parts.h"
 #include "setup_windows/window_slots.h"
 
@@ -56,12 +57,9 @@ void HotkeyRecorderWindowController::buildContent() {
     look.isBezeled = true;
     recordLabel_ = std::make_shared<Label>(Rect{60, 48, 240, 34}, storedText(), look);
     content.addSubview(recordLabel_);
-    cancelButton_ = std::make_shared<Button>(
-        Rect{140, 10, 80, 28}, "Cancel", Button::Look{}, [weak = weak_from_this()] {
-            if (auto self = std::static_pointer_cast<HotkeyRecorderWindowController>(weak.lock())) {
-                self->cancel();
-            }
-        });
+    cancelButton_ =
+        std::make_shared<Button>(Rect{140, 10, 80, 28}, "Cancel", Button::Look{},
+                                 weakCall(*this, &HotkeyRecorderWindowController::cancel));
     content.addSubview(cancelButton_);
 }
 
@@ -115,17 +113,10 @@ void HotkeyRecorderWindowController::windowDidResignKey() {
 
 void showHotkeyRecorderWindow(WindowContext const& context,
                               HotkeyRecorderWindowController::OnHotkeyRecorded onHotkeyRecorded) {
-    if (auto const& open = context.slots.sharedHotkeyRecorderWindow) {
-        open->setOnHotkeyRecorded(std::move(onHotkeyRecorded));
-        open->window()->makeKeyAndOrderFront();
-    } else {
-        auto controller = HotkeyRecorderWindowController::make(context);
-        controller->setOnHotkeyRecorded(std::move(onHotkeyRecorded));
-        controller->window()->center();
-        controller->window()->makeKeyAndOrderFront();
-        context.slots.sharedHotkeyRecorderWindow = std::move(controller);
-    }
-    context.platform.application.activate();
+    showInSlot(
+        context, context.slots.sharedHotkeyRecorderWindow,
+        [&] { return HotkeyRecorderWindowController::make(context); },
+        [&](auto& controller) { controller.setOnHotkeyRecorded(std::move(onHotkeyRecorded)); });
 }
 
 } // namespace trovel

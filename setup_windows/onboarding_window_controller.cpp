@@ -5,6 +5,7 @@
 #include "platform/ui/icons.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/separator.h"
+#include "platform/weak_call.h"
 #include "settings/preferences.h"
 #include "setup_windows/app_selector_view.h"
 #include "setup_windows/permissions_window_controller.h"
@@ -55,10 +56,6 @@ OnboardingWindowController::make(WindowContext const& context) {
 
 OnboardingWindowController::OnboardingWindowController(WindowContext const& context)
     : WindowController(makePanelWindow(context.platform, {kWidth, kHeight})), context_(context) {}
-
-std::shared_ptr<OnboardingWindowController> OnboardingWindowController::self() {
-    return std::static_pointer_cast<OnboardingWindowController>(shared_from_this());
-}
 
 void OnboardingWindowController::buildContent() {
     addHeading();
@@ -119,9 +116,8 @@ void OnboardingWindowController::addSelector() {
                                .preferredAIApp()
                                .value_or(std::string(kFallbackApp));
     appSelector_ = AppSelectorView::make(context_.platform, {0, 74, kWidth, 80}, preferred);
-    appSelector_->setOnSelectionChanged([weak = std::weak_ptr(self())](std::string const&) {
-        if (auto controller = weak.lock()) controller->continueButton_->setEnabled(true);
-    });
+    appSelector_->setOnSelectionChanged(
+        weakCall(*this, &OnboardingWindowController::selectionChanged));
     window()->contentView()->addSubview(appSelector_);
 }
 
@@ -132,11 +128,9 @@ void OnboardingWindowController::addContinueButton() {
     look.isLarge = true;
     look.contentTint = Color::white(1, 1);
     look.keyEquivalent = "\r";
-    continueButton_ = std::make_shared<Button>(Rect{(kWidth - 180) * 0.5, 28, 180, 36},
-                                               "Get Started", look, [weak = std::weak_ptr(self())] {
-                                                   if (auto controller = weak.lock())
-                                                       controller->getStarted();
-                                               });
+    continueButton_ =
+        std::make_shared<Button>(Rect{(kWidth - 180) * 0.5, 28, 180, 36}, "Get Started", look,
+                                 weakCall(*this, &OnboardingWindowController::getStarted));
     LayerStyle style;
     style.cornerRadius = 8;
     style.backgroundColor = kAccent;
@@ -144,9 +138,13 @@ void OnboardingWindowController::addContinueButton() {
     window()->contentView()->addSubview(continueButton_);
 }
 
+void OnboardingWindowController::selectionChanged(std::string const& /*name*/) {
+    continueButton_->setEnabled(true);
+}
+
 void OnboardingWindowController::getStarted() {
     // Closing empties the slot, which may hold the last reference.
-    auto const keep = self();
+    auto const keep = shared_from_this();
     Preferences preferences(context_.platform.preferences);
     preferences.setPreferredAIApp(appSelector_->selectedName().value_or(std::string(kFallbackApp)));
     window()->close();

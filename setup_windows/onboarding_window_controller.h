@@ -31,12 +31,12 @@ public:
 private:
     explicit OnboardingWindowController(WindowContext const& context);
 
-    std::shared_ptr<OnboardingWindowController> self();
     void buildContent();
     void addHeading();
     void addSteps();
     void addSelector();
     void addContinueButton();
+    void selectionChanged(std::string const& name);
 
     WindowContext context_;
     std::shared_ptr<AppSelectorView> appSelector_;

@@ -7,7 +7,9 @@
 #include "platform/ui/button.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/image_view.h"
+#include "platform/weak_call.h"
 #include "platform/workspace.h"
+#include "setup_windows/show_in_slot.h"
 #include "setup_windows/window_parts.h"
 #include "setup_windows/window_slots.h"
 
@@ -91,21 +93,12 @@ PermissionsWindowController::make(WindowContext const& context) {
     controller->buildContent();
     controller->refreshStatus();
     controller->pollTimer_ = controller->context_.platform.mainQueue.every(
-        kPollInterval, controller->perform(&PermissionsWindowController::refreshStatus));
+        kPollInterval, weakCall(*controller, &PermissionsWindowController::refreshStatus));
     return controller;
 }
 
 PermissionsWindowController::PermissionsWindowController(WindowContext const& context)
     : WindowController(makeWindow(context.platform)), context_(context) {}
-
-std::function<void()>
-PermissionsWindowController::perform(void (PermissionsWindowController::*action)()) {
-    return [weak = weak_from_this(), action] {
-        if (auto self = std::static_pointer_cast<PermissionsWindowController>(weak.lock())) {
-            (self.get()->*action)();
-        }
-    };
-}
 
 void PermissionsWindowController::buildContent() {
     auto& content = *window()->contentView();
@@ -167,7 +160,7 @@ PermissionsWindowController::addFilledButton(Rect frame, std::string title, Colo
     look.font = Font::system(fontSize, Font::Weight::medium);
     look.isBordered = false;
     look.contentTint = kWhite;
-    auto button = std::make_shared<Button>(frame, std::move(title), look, perform(action));
+    auto button = std::make_shared<Button>(frame, std::move(title), look, weakCall(*this, action));
     LayerStyle style;
     style.cornerRadius = cornerRadius;
     style.backgroundColor = background;
@@ -241,17 +234,10 @@ void PermissionsWindowController::windowWillClose() {
 
 void showPermissionsWindow(WindowContext const& context,
                            PermissionsWindowController::Completion onComplete) {
-    if (auto const& open = context.slots.sharedPermissionsWindow) {
-        open->setOnComplete(std::move(onComplete));
-        open->window()->makeKeyAndOrderFront();
-    } else {
-        auto controller = PermissionsWindowController::make(context);
-        controller->setOnComplete(std::move(onComplete));
-        controller->window()->center();
-        controller->window()->makeKeyAndOrderFront();
-        context.slots.sharedPermissionsWindow = std::move(controller);
-    }
-    context.platform.application.activate();
+    showInSlot(
+        context, context.slots.sharedPermissionsWindow,
+        [&] { return PermissionsWindowController::make(context); },
+        [&](auto& controller) { controller.setOnComplete(std::move(onComplete)); });
 }
 
 } // namespace trovel

@@ -56,7 +56,6 @@ private:
     std::shared_ptr<Button> addFilledButton(Rect frame, std::string title, Color background,
                                             double cornerRadius, double fontSize,
                                             void (PermissionsWindowController::*action)());
-    std::function<void()> perform(void (PermissionsWindowController::*action)());
     void refreshScreenRecording(bool isGranted);
 
     WindowContext context_;

@@ -77,6 +77,12 @@ protected:
         return titles;
     }
 
+    std::vector<std::string> checkedTargets() {
+        std::vector<std::string> titles;
+        addChecked(titles, *items().terminalModeItem->submenu());
+        return titles;
+    }
+
     std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, product);
 };
 
@@ -105,6 +111,37 @@ TEST_F(StatusMenuTest, ListsTheTerminalTargetsByTag) {
     EXPECT_THAT(rowsOf(*menu().items()[5]->submenu()),
                 ElementsAre("Off", "---", "Frontmost App #1", "Terminal #2", "iTerm #3", "Warp #4",
                             "VS Code #5", "Cursor #6"));
+}
+
+TEST_F(StatusMenuTest, ChecksTheTerminalTargetThatWasChosenAtOnce) {
+    launch();
+    for (auto const& item : items().terminalTargetItems) {
+        delegate->terminalTargetSelected(*item);
+        EXPECT_EQ(desktop.preferences.stored(kTerminalModeEnabled),
+                  PreferenceValue(item->tag() != 0));
+        EXPECT_EQ(desktop.preferences.stored(kTerminalModeTarget), PreferenceValue(item->tag()));
+        EXPECT_THAT(checkedTargets(), ElementsAre(item->title()));
+    }
+}
+
+TEST_F(StatusMenuTest, ChecksOffWhileTerminalModeIsOffWhateverIsLeftOver) {
+    launch();
+    desktop.preferences.store(kTerminalModeTarget, std::int64_t{4});
+    delegate->menuWillOpen();
+    EXPECT_THAT(checkedTargets(), ElementsAre("Off"));
+    desktop.preferences.store(kTerminalModeEnabled, true);
+    delegate->menuWillOpen();
+    EXPECT_THAT(checkedTargets(), ElementsAre("Warp"));
+}
+
+TEST_F(StatusMenuTest, ChecksNothingForAStoredTargetThatNoRowHas) {
+    launch();
+    desktop.preferences.store(kTerminalModeEnabled, true);
+    desktop.preferences.store(kTerminalModeTarget, std::int64_t{99});
+    delegate->menuWillOpen();
+    EXPECT_THAT(checkedTargets(), IsEmpty());
+    EXPECT_EQ(delegate->statusMenu().titleOfTerminalTarget(99), std::nullopt);
+    EXPECT_EQ(delegate->statusMenu().titleOfTerminalTarget(6), "Cursor");
 }
 
 TEST_F(StatusMenuTest, KeepsTheRowsThatItLooksUpAgain) {
