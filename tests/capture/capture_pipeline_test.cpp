@@ -5,6 +5,7 @@
 #include "delivery/auto_paster.h"
 #include "platform/simulated/simulated_pixels.h"
 #include "tests/support/desktop_test.h"
+#include "tests/support/lifetime.h"
 
 #include <memory>
 #include <optional>
@@ -27,9 +28,9 @@ Picture const kPicture{1, {200, 1100, 600, 400}, {300, 200}};
 /// What the delegate is to the pipeline.
 struct Owner {
     explicit Owner(Platform const& platform)
-        : manager(std::make_shared<ScreenshotManager>(platform)),
+        : manager(newShared<ScreenshotManager>(platform)),
           detector(platform.workspace, Preferences(platform.preferences)),
-          paster(std::make_shared<AutoPaster>(platform)) {}
+          paster(newShared<AutoPaster>(platform)) {}
 
     std::shared_ptr<ScreenshotManager> manager;
     AIAppDetector detector;
@@ -80,7 +81,7 @@ protected:
         return texts.size() == 1 ? texts.front() : "";
     }
 
-    std::shared_ptr<Owner> owner = std::make_shared<Owner>(platform);
+    std::shared_ptr<Owner> owner = newShared<Owner>(platform);
     std::int32_t claude = 0;
     int permissionWindows = 0;
     std::vector<JournalEntry> terminalPictures;
@@ -285,9 +286,13 @@ TEST_P(CapturePipelineOwnerTest, GoneAtAMomentItsWeakStepsEndInSilence) {
     std::weak_ptr<Owner> const weak = owner;
     desktop.queue.after(gone, [this] { owner.reset(); });
     select();
+    desktop.user.wait(319ms);
+    // From the picture on, the owner lives until the delivery; from the paste on, the keys come.
+    EXPECT_EQ(weak.expired(), gone < 20ms);
+    desktop.user.wait(1ms);
+    EXPECT_EQ(weak.expired(), gone < 320ms);
     desktop.user.wait(1min);
     EXPECT_TRUE(weak.expired());
-    // From the picture on, the owner lives until the delivery; from the paste on, the keys come.
     EXPECT_EQ(desktop.journal.count<effect::PictureWritten>(), gone >= 20ms ? 1U : 0U);
     EXPECT_EQ(desktop.journal.count<effect::ScriptExecuted>(), gone >= 20ms ? 1U : 0U);
     EXPECT_EQ(desktop.journal.count<effect::MousePosted>(), gone >= 920ms ? 2U : 0U);

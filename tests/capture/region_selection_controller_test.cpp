@@ -3,6 +3,7 @@
 #include "capture/selection_overlay_view.h"
 #include "platform/ui/window.h"
 #include "tests/support/desktop_test.h"
+#include "tests/support/lifetime.h"
 
 #include <memory>
 #include <optional>
@@ -43,7 +44,7 @@ protected:
     }
 
     std::shared_ptr<RegionSelectionController> controller =
-        std::make_shared<RegionSelectionController>(platform);
+        newShared<RegionSelectionController>(platform);
     std::vector<std::optional<SelectionResult>> results;
     std::optional<std::size_t> windowsAtCompletion;
 };
@@ -211,7 +212,7 @@ TEST_F(RegionSelectionControllerTest, TheTimeOutOfASessionIsNoneOfTheNext) {
     desktop.user.wait(20s);
     desktop.user.pressKey(53);
     desktop.queue.drain();
-    controller = std::make_shared<RegionSelectionController>(platform);
+    controller = newShared<RegionSelectionController>(platform);
     begin();
     desktop.user.wait(29999ms);
     EXPECT_TRUE(isUp());

@@ -3,6 +3,7 @@
 #include "capture/region_selection_controller.h"
 #include "platform/simulated/simulated_pixels.h"
 #include "tests/support/desktop_test.h"
+#include "tests/support/lifetime.h"
 
 #include <memory>
 #include <vector>
@@ -32,7 +33,7 @@ protected:
         EXPECT_EQ(results.front().error(), (CaptureError{CaptureError::Kind::cancelled, ""}));
     }
 
-    std::shared_ptr<ScreenshotManager> manager = std::make_shared<ScreenshotManager>(platform);
+    std::shared_ptr<ScreenshotManager> manager = newShared<ScreenshotManager>(platform);
     std::vector<CaptureResult> results;
     std::vector<MainQueue::Duration> times;
     std::vector<bool> wasCapturing;
@@ -171,7 +172,9 @@ TEST_F(ScreenshotManagerTest, GoneWhileThePictureIsTakenTheResultIsReportedAllTh
     start();
     select();
     desktop.queue.drain();
+    std::weak_ptr<ScreenshotManager> const weak = manager;
     manager.reset();
+    EXPECT_TRUE(weak.expired()); // the worker does not own it
     desktop.user.wait(1min);
     ASSERT_THAT(results, SizeIs(1));
     EXPECT_TRUE(results.front());

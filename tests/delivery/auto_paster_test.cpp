@@ -1,6 +1,7 @@
 #include "delivery/auto_paster.h"
 
 #include "platform/simulated/simulated_desktop.h"
+#include "tests/support/lifetime.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -42,7 +43,7 @@ protected:
 
     SimulatedDesktop desktop;
     std::int32_t process = 0;
-    std::shared_ptr<AutoPaster> paster = std::make_shared<AutoPaster>(desktop.platform());
+    std::shared_ptr<AutoPaster> paster = newShared<AutoPaster>(desktop.platform());
 };
 
 TEST_F(AutoPasterTest, ClicksAtOnceInTheMiddleNearTheLowerEdge) {

@@ -318,10 +318,11 @@ TEST_F(AppSelectorTest, ACustomNameWithoutAnIdentifierShowsTheGeneralSymbol) {
 TEST_F(AppSelectorTest, TheRowHoldsItselfOnlyWeakly) {
     make();
     auto const card = selector->cards()[0];
-    std::weak_ptr<AppSelectorView> const weak = selector;
+    std::weak_ptr<AppSelectorView> weak = selector;
     window->setContentView(nullptr);
     selector.reset();
     EXPECT_TRUE(weak.expired());
+    weak.reset(); // it would keep the memory that nobody may touch any more
     card->mouseDown({});
     EXPECT_THAT(changes, IsEmpty());
 }

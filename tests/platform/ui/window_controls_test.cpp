@@ -5,6 +5,7 @@
 #include "platform/ui/view.h"
 #include "platform/ui/window_controller.h"
 #include "platform/ui/window_host.h"
+#include "tests/support/lifetime.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -84,7 +85,7 @@ protected:
     }
 
     NotingHost host;
-    std::shared_ptr<Window> window = std::make_shared<Window>(host, kTitled);
+    std::shared_ptr<Window> window = newShared<Window>(host, kTitled);
     std::shared_ptr<View> content = std::make_shared<View>(Rect{0, 0, 200, 100});
     std::vector<std::string> events;
     int clicks = 0;
@@ -297,7 +298,7 @@ TEST_F(WindowControlsTest, ThePointersComingAndGoingReachesItsView) {
 }
 
 TEST_F(WindowControlsTest, AViewRemovedInItsOwnClickLivesUntilTheClickIsOver) {
-    auto tile = std::make_shared<View>(Rect{10, 10, 50, 50});
+    auto tile = newShared<View>(Rect{10, 10, 50, 50});
     std::weak_ptr<View> const weak = tile;
     bool lived = false;
     tile->setClickAction([&] {
@@ -316,7 +317,7 @@ TEST_F(WindowControlsTest, AButtonRemovedByItsOwnKeyLivesUntilItsActionIsOver) {
     bool lived = false;
     Button::Look look;
     look.keyEquivalent = "\r";
-    auto button = std::make_shared<Button>(Rect{10, 10, 50, 20}, "Remove", look, [&] {
+    auto button = newShared<Button>(Rect{10, 10, 50, 20}, "Remove", look, [&] {
         content->removeAllSubviews();
         lived = !weak.expired();
     });
@@ -331,7 +332,7 @@ TEST_F(WindowControlsTest, AButtonThatGoesInItsOwnActionTakesItsWindowAlongSafel
     std::weak_ptr<Window> const weak = window;
     addButton({10, 10, 50, 20});
     Button::Look const look;
-    content->addSubview(std::make_shared<Button>(Rect{80, 10, 50, 20}, "Close", look, [this] {
+    content->addSubview(newShared<Button>(Rect{80, 10, 50, 20}, "Close", look, [this] {
         content.reset();
         window.reset();
     }));
@@ -387,7 +388,7 @@ private:
 class WindowControllerTest : public WindowControlsTest {
 protected:
     std::vector<std::string> said;
-    std::shared_ptr<SlotController> slot = std::make_shared<SlotController>(window, slot, said);
+    std::shared_ptr<SlotController> slot = newShared<SlotController>(window, slot, said);
 };
 
 TEST_F(WindowControllerTest, IsTheDelegateAndTheLastResponder) {

@@ -2,6 +2,7 @@
 
 #include "platform/ui/view.h"
 #include "tests/support/desktop_test.h"
+#include "tests/support/lifetime.h"
 #include "tests/support/probe_view.h"
 
 namespace trovel {
@@ -14,12 +15,12 @@ using Kind = MouseEvent::Kind;
 class WindowTest : public DesktopTest {
 protected:
     WindowTest() {
-        window = std::make_shared<Window>(
+        window = newShared<Window>(
             platform.windows,
             WindowAttributes{.contentRect = {100, 100, 200, 200}, .styleMask = kStyleTitled});
-        root = std::make_shared<ProbeView>("root", Rect{0, 0, 200, 200}, log);
-        left = std::make_shared<ProbeView>("left", Rect{0, 0, 100, 200}, log);
-        right = std::make_shared<ProbeView>("right", Rect{100, 0, 100, 200}, log);
+        root = newShared<ProbeView>("root", Rect{0, 0, 200, 200}, log);
+        left = newShared<ProbeView>("left", Rect{0, 0, 100, 200}, log);
+        right = newShared<ProbeView>("right", Rect{100, 0, 100, 200}, log);
         root->addSubview(left);
         root->addSubview(right);
         window->setContentView(root);
