@@ -276,10 +276,15 @@ TEST_F(RegionSelectionControllerTest, AScreenUnpluggedWhileUpChangesNothing) {
 TEST_F(RegionSelectionControllerTest, ShowsTheDragOnItsScreenOnly) {
     begin();
     desktop.user.mouseDown({100, 100});
+    desktop.queue.drain();
+    EXPECT_THAT(desktop.windows.drawing(*window(0).contentView()), SizeIs(1));
     desktop.user.movePointer({300, 300});
     desktop.queue.drain();
     EXPECT_THAT(desktop.windows.drawing(*window(0).contentView()), SizeIs(5));
     EXPECT_THAT(desktop.windows.drawing(*window(1).contentView()), SizeIs(1));
+    desktop.user.mouseDown({300, 300});
+    desktop.queue.drain();
+    EXPECT_THAT(desktop.windows.drawing(*window(0).contentView()), SizeIs(1));
 }
 
 } // namespace
