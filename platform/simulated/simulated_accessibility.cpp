@@ -12,22 +12,21 @@ public:
     ~WindowElement() override = default;
 
     [[nodiscard]] std::optional<Point> position() const override {
-        auto const* window = find();
-        if (window == nullptr || !owner_.mayRead(Operation::readPosition)) return std::nullopt;
-        return window->position;
+        auto const* window = read(Operation::readPosition);
+        return window != nullptr ? std::optional(window->position) : std::nullopt;
     }
     [[nodiscard]] std::optional<Size> size() const override {
-        auto const* window = find();
-        if (window == nullptr || !owner_.mayRead(Operation::readSize)) return std::nullopt;
-        return window->size;
+        auto const* window = read(Operation::readSize);
+        return window != nullptr ? std::optional(window->size) : std::nullopt;
     }
 
 private:
-    [[nodiscard]] ProgramWindow const* find() const {
+    [[nodiscard]] ProgramWindow const* read(Operation operation) const {
         auto const* program = owner_.workspace_.program(processIdentifier_);
         if (program == nullptr) return nullptr;
         auto const found = std::ranges::find(program->windows, windowId_, &ProgramWindow::id);
-        return found != program->windows.end() ? &*found : nullptr;
+        if (found == program->windows.end()) return nullptr;
+        return owner_.answers(*program, operation) ? &*found : nullptr;
     }
 
     SimulatedAccessibility const& owner_;
@@ -35,7 +34,8 @@ private:
     int windowId_;
 };
 
-bool SimulatedAccessibility::mayRead(Operation operation) const {
+bool SimulatedAccessibility::answers(SimulatedProgram const& program, Operation operation) const {
+    queue_.holdUp(program.answerTime);
     return permissions_.isGranted(Permission::accessibility) && !faults_.strikes(operation);
 }
 
@@ -50,7 +50,7 @@ SimulatedAccessibility::focusedWindow(std::int32_t processIdentifier) const {
     if (program == nullptr || program->hidesFocusedWindow || program->windows.empty()) {
         return nullptr;
     }
-    if (!mayRead(Operation::readFocusedWindow)) return nullptr;
+    if (!answers(*program, Operation::readFocusedWindow)) return nullptr;
     return element(processIdentifier, program->windows.front().id);
 }
 
@@ -58,7 +58,7 @@ std::optional<std::vector<Accessibility::WindowPtr>>
 SimulatedAccessibility::windows(std::int32_t processIdentifier) const {
     auto const* program = workspace_.program(processIdentifier);
     if (program == nullptr || program->hidesWindowList) return std::nullopt;
-    if (!mayRead(Operation::readWindows)) return std::nullopt;
+    if (!answers(*program, Operation::readWindows)) return std::nullopt;
     std::vector<WindowPtr> elements;
     for (auto const& window : program->windows) {
         elements.push_back(element(processIdentifier, window.id));

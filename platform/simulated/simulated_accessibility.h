@@ -2,6 +2,7 @@
 
 #include "platform/accessibility.h"
 #include "platform/simulated/faults.h"
+#include "platform/simulated/simulated_main_queue.h"
 #include "platform/simulated/simulated_permissions.h"
 #include "platform/simulated/simulated_workspace.h"
 
@@ -10,9 +11,9 @@ namespace trovel {
 /// Looks into the simulated programs; without the grant every read fails.
 class SimulatedAccessibility final : public Accessibility {
 public:
-    SimulatedAccessibility(SimulatedWorkspace const& workspace,
+    SimulatedAccessibility(SimulatedMainQueue& queue, SimulatedWorkspace const& workspace,
                            SimulatedPermissions const& permissions, Faults& faults)
-        : workspace_(workspace), permissions_(permissions), faults_(faults) {}
+        : queue_(queue), workspace_(workspace), permissions_(permissions), faults_(faults) {}
     ~SimulatedAccessibility() = default;
 
     [[nodiscard]] WindowPtr focusedWindow(std::int32_t processIdentifier) const override;
@@ -22,9 +23,10 @@ public:
 private:
     class WindowElement;
 
-    [[nodiscard]] bool mayRead(Operation operation) const;
+    [[nodiscard]] bool answers(SimulatedProgram const& program, Operation operation) const;
     [[nodiscard]] WindowPtr element(std::int32_t processIdentifier, int windowId) const;
 
+    SimulatedMainQueue& queue_;
     SimulatedWorkspace const& workspace_;
     SimulatedPermissions const& permissions_;
     Faults& faults_;

@@ -6,7 +6,7 @@ SimulatedDesktop::SimulatedDesktop(std::uint64_t seed)
     : journal(queue), faults(journal, seed), permissions(journal), preferences(journal),
       pasteboard(journal, faults), worker(queue), cursors(journal), monitors(journal),
       hotkeys(journal, faults), windows(queue, journal), workspace(queue, journal),
-      scripts(workspace, journal, faults), accessibility(workspace, permissions, faults),
+      scripts(workspace, journal, faults), accessibility(queue, workspace, permissions, faults),
       application(queue, journal, faults, workspace), alerts(queue, journal, application),
       statusBar(journal), animator(journal), openPanels(journal), wallClock(queue),
       files(journal, faults, wallClock), encoder(faults), process(journal, faults),

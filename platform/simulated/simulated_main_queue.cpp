@@ -85,6 +85,11 @@ bool SimulatedMainQueue::advanceUntil(std::function<bool()> const& predicate, Du
     return true;
 }
 
+void SimulatedMainQueue::holdUp(Duration duration) {
+    std::lock_guard const lock(mutex_);
+    now_ += duration;
+}
+
 void SimulatedMainQueue::clear() {
     std::vector<Entry> dropped; // destroyed outside the lock: what blocks hold may use the queue
     std::lock_guard const lock(mutex_);

@@ -37,6 +37,9 @@ public:
     /// from now. Answers whether it holds.
     bool advanceUntil(std::function<bool()> const& predicate, Duration limit);
 
+    /// Keeps the main thread busy for so long: time goes by, and what becomes due runs late.
+    void holdUp(Duration duration);
+
     /// Moves to the next thing that is due, if that is not later than `latest`, and runs it. False
     /// when there is none; the clock then stays.
     bool step(Duration latest = Duration::max());

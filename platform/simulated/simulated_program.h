@@ -41,11 +41,13 @@ struct SimulatedProgram {
     std::vector<ProgramWindow> windows; ///< front to back
 
     /// How long it takes to come to the front when it is asked to, and whether it does at all.
+    /// Without a delay it is there before the asking is over.
     std::chrono::nanoseconds activationDelay = std::chrono::milliseconds(50);
     bool refusesActivation = false;
-    /// What it lets accessibility see.
+    /// What it lets accessibility see, and how long who asks waits for each answer.
     bool hidesFocusedWindow = false;
     bool hidesWindowList = false;
+    std::chrono::nanoseconds answerTime = std::chrono::nanoseconds::zero();
 
     std::vector<ProgramInput> inputs;
 

@@ -65,6 +65,15 @@ TEST_F(AutoPasterTest, PastesThreeTenthsOfASecondAfterTheClickAndEnds) {
     EXPECT_EQ(desktop.queue.pending(), 0U);
 }
 
+TEST_F(AutoPasterTest, CountsFromTheClickHoweverLongTheTargetTakesToSayWhereItsWindowIs) {
+    program().answerTime = 200ms;
+    paste();
+    desktop.queue.advance(10s);
+    // The window, its position and its size.
+    EXPECT_THAT(desktop.journal.timesOf<MousePosted>(), ElementsAre(600ms, 600ms));
+    EXPECT_THAT(desktop.journal.timesOf<KeyPosted>(), ElementsAre(900ms, 900ms));
+}
+
 TEST_F(AutoPasterTest, SubmitsEightTenthsLaterWithAPlainReturn) {
     setAutoSend(true);
     paste();

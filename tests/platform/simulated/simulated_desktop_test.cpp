@@ -123,6 +123,17 @@ TEST_F(SimulatedDesktopTest, WithoutTheGrantAccessibilityReadsFail) {
     EXPECT_FALSE(element->size());
 }
 
+TEST_F(SimulatedDesktopTest, WhoAsksAccessibilityWaitsForEachAnswer) {
+    auto& program = startInFront();
+    program.answerTime = 100ms;
+    auto const element = platform.accessibility.focusedWindow(program.processIdentifier);
+    EXPECT_EQ(desktop.queue.now(), 100ms);
+    EXPECT_TRUE(platform.accessibility.windows(program.processIdentifier));
+    EXPECT_TRUE(element->position());
+    EXPECT_TRUE(element->size());
+    EXPECT_EQ(desktop.queue.now(), 400ms);
+}
+
 TEST_F(SimulatedDesktopTest, WithoutTheGrantDisplaysCannotBeCaptured) {
     desktop.permissions.revoke(Permission::screenRecording);
     EXPECT_FALSE(capture().pixels);

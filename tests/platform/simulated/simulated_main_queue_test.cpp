@@ -106,6 +106,17 @@ TEST(SimulatedMainQueue, ABlockMayMoveTheClockItself) {
     EXPECT_EQ(queue.now(), 60ms);
 }
 
+TEST(SimulatedMainQueue, WhatBecomesDueWhileTheMainThreadIsBusyRunsLate) {
+    SimulatedMainQueue queue;
+    std::vector<MainQueue::Duration> times;
+    queue.after(10ms, [&] { times.push_back(queue.now()); });
+    queue.holdUp(30ms);
+    EXPECT_THAT(times, testing::IsEmpty());
+    queue.after(10ms, [&] { times.push_back(queue.now()); });
+    queue.advance(10ms);
+    EXPECT_THAT(times, ElementsAre(30ms, 40ms));
+}
+
 TEST(SimulatedMainQueue, AdvanceUntilStopsAtTheFirstMomentThatFits) {
     SimulatedMainQueue queue;
     int ran = 0;
