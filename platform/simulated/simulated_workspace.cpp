@@ -93,10 +93,12 @@ void SimulatedWorkspace::bringToFront(std::int32_t processIdentifier) {
 void SimulatedWorkspace::askToFront(std::int32_t processIdentifier) {
     auto const* asked = program(processIdentifier);
     if (asked == nullptr) return;
-    queue_.after(asked->activationDelay, [this, processIdentifier] {
+    auto const come = [this, processIdentifier] {
         auto const* running = program(processIdentifier);
         if (running != nullptr && !running->refusesActivation) bringToFront(processIdentifier);
-    });
+    };
+    if (asked->activationDelay == asked->activationDelay.zero()) return come();
+    queue_.after(asked->activationDelay, come);
 }
 
 SimulatedProgram* SimulatedWorkspace::program(std::int32_t processIdentifier) const {

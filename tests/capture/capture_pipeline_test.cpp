@@ -105,6 +105,14 @@ TEST_F(CapturePipelineTest, DeliversThreeTenthsOfASecondAfterThePictureToTheAIAp
                     at(1220ms, effect::KeyPosted{9, KeyAction::up, 0x100000})));
 }
 
+TEST_F(CapturePipelineTest, ATargetThatComesWhileItIsAskedIsInFrontAtTheFirstCheck) {
+    startClaude();
+    desktop.workspace.program(claude)->activationDelay = 0ms;
+    select();
+    desktop.user.wait(1min);
+    EXPECT_THAT(desktop.journal.timesOf<effect::MousePosted>(), ElementsAre(820ms, 820ms));
+}
+
 TEST_F(CapturePipelineTest, InTerminalModeThePictureGoesThereAndNotOnThePasteboard) {
     startClaude();
     desktop.preferences.store(kTerminalModeEnabled, true);

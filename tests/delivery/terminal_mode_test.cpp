@@ -134,6 +134,15 @@ TEST_F(TerminalModeTest, FromThePictureToThePastedPathInOrder) {
     EXPECT_EQ(desktop.queue.pending(), 0U);
 }
 
+TEST_F(TerminalModeTest, ATargetThatComesWhileItIsAskedIsInFrontAtTheFirstCheck) {
+    auto const warp = start("Warp", "dev.warp.Warp-Stable");
+    desktop.workspace.program(warp.processIdentifier)->activationDelay = 0ms;
+    storeTarget(4);
+    mode.deliverToTerminal(image);
+    desktop.user.wait(1min);
+    EXPECT_THAT(desktop.journal.timesOf<effect::Pasted>(), ElementsAre(500ms));
+}
+
 TEST_F(TerminalModeTest, OfTwoCapturesOfOneMillisecondTheSecondReplacesTheFirst) {
     mode.deliverToTerminal(image);
     image.size = {60, 40};

@@ -154,6 +154,13 @@ TEST_F(SimulatedDesktopTest, AScriptActivatesAfterTheProgramsDelayUnlessItRefuse
     EXPECT_EQ(desktop.workspace.frontmost(), program.processIdentifier);
 }
 
+TEST_F(SimulatedDesktopTest, AProgramWithoutADelayIsInFrontWhenTheScriptEnds) {
+    auto& program = desktop.workspace.start(chatProgram("Claude", "com.anthropic"));
+    program.activationDelay = 0ms;
+    platform.scripts.execute(activationScript("Claude"));
+    EXPECT_EQ(desktop.workspace.frontmost(), program.processIdentifier);
+}
+
 TEST_F(SimulatedDesktopTest, AProgramThatQuitsGivesTheFrontBack) {
     auto const first = startInFront().processIdentifier;
     auto const second = startInFront().processIdentifier;
