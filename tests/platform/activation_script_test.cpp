@@ -25,7 +25,9 @@ TEST(ActivationScript, RefusesNamesThatCouldSmuggleInAnotherStatement) {
 TEST(ActivationScript, RefusesEveryOtherText) {
     for (auto const* text :
          {"", "activate", "tell application \"x\" to quit", " tell application \"x\" to activate",
-          "tell application \"x\" to activate ", "tell application \" to activate"}) {
+          "tell application \"x\" to activate ", "tell application \" to activate",
+          "tell every application to come to the front", "tell application \"x to the front please",
+          "ask the application for x\" to activate"}) {
         EXPECT_EQ(activatedApplicationName(text), std::nullopt) << text;
     }
 }
