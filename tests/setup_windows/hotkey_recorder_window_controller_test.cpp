@@ -177,8 +177,10 @@ TEST_F(HotkeyRecorderTest, WithoutACallbackAKeyJustCloses) {
 TEST_F(HotkeyRecorderTest, CancelReportsNothing) {
     open();
     std::weak_ptr<HotkeyRecorderWindowController> const weak = slots.sharedHotkeyRecorderWindow;
+    auto const window = shown().window();
     click(shown().cancelButton());
     EXPECT_FALSE(isShown());
+    EXPECT_FALSE(window->isVisible());
     EXPECT_TRUE(weak.expired());
     EXPECT_THAT(recorded, IsEmpty());
     EXPECT_EQ(desktop.journal.count<effect::PreferenceWritten>(), 0U);
