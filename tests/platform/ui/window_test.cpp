@@ -44,6 +44,24 @@ protected:
     std::shared_ptr<ProbeView> right;
 };
 
+TEST(WindowAttributesTest, DescribeAPlainOpaqueWindowAtFirst) {
+    WindowAttributes const expected{.contentRect = {0, 0, 0, 0},
+                                    .styleMask = 0,
+                                    .level = 0,
+                                    .isOpaque = true,
+                                    .backgroundColor =
+                                        Color::system(Color::Name::controlBackground),
+                                    .hasShadow = true,
+                                    .ignoresMouseEvents = false,
+                                    .acceptsMouseMovedEvents = false,
+                                    .collectionBehavior = 0,
+                                    .title = "",
+                                    .titlebarAppearsTransparent = false,
+                                    .isTitleHidden = false,
+                                    .isMovableByBackground = false};
+    EXPECT_EQ(WindowAttributes{}, expected);
+}
+
 TEST_F(WindowTest, APressGoesToTheViewUnderItInTheWindowsCoordinates) {
     send(Kind::leftDown, {150, 20});
     EXPECT_THAT(log, ElementsAre("right down"));
