@@ -6,10 +6,12 @@
 #include "platform/ui/window_controller.h"
 #include "platform/ui/window_host.h"
 #include "tests/support/lifetime.h"
+#include "tests/support/views.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,28 +22,39 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Notes what its windows tell their mirrors.
+/// Notes what a window tells its mirror, and copies what the window shows when it does.
 class NotingHost final : public WindowHost {
 public:
     ~NotingHost() = default;
-    std::unique_ptr<WindowPeer> makePeer(Window&) override { return std::make_unique<Peer>(told); }
+    std::unique_ptr<WindowPeer> makePeer(Window& window) override {
+        return std::make_unique<Peer>(*this, window);
+    }
 
     std::vector<std::string> told;
+    std::string title;
+    std::vector<std::string> lines;
 
 private:
     class Peer final : public WindowPeer {
     public:
-        explicit Peer(std::vector<std::string>& told) : told_(told) {}
-        void windowDidChange() override { told_.emplace_back("window"); }
-        void viewDidChange(View const&) override { told_.emplace_back("view"); }
-        void viewNeedsDisplay(View const&) override { told_.emplace_back("display"); }
-        void orderFrontRegardless() override { told_.emplace_back("front"); }
-        void makeKeyAndOrderFront() override { told_.emplace_back("key"); }
-        void orderOut() override { told_.emplace_back("out"); }
-        void center() override { told_.emplace_back("center"); }
+        Peer(NotingHost& host, Window const& window) : host_(host), window_(window) {}
+        void windowDidChange() override { note("window"); }
+        void viewDidChange(View const&) override { note("view"); }
+        void viewNeedsDisplay(View const&) override { note("display"); }
+        void orderFrontRegardless() override { note("front"); }
+        void makeKeyAndOrderFront() override { note("key"); }
+        void orderOut() override { note("out"); }
+        void center() override { note("center"); }
 
     private:
-        std::vector<std::string>& told_;
+        void note(std::string what) {
+            host_.told.push_back(std::move(what));
+            host_.title = window_.attributes().title;
+            if (auto const& content = window_.contentView()) host_.lines = linesOf(*content);
+        }
+
+        NotingHost& host_;
+        Window const& window_;
     };
 };
 
@@ -115,6 +128,38 @@ TEST_F(WindowControlsTest, TheMirrorIsMadeWhenTheWindowIsFirstShownAndToldOfEver
     attributes.title = "Title";
     window->setAttributes(attributes);
     EXPECT_THAT(host.told, ElementsAre("window"));
+}
+
+TEST_F(WindowControlsTest, TheMirrorIsToldWhenTheChangeIsThereToBeSeen) {
+    auto const label = std::make_shared<Label>(Rect{0, 0, 10, 10}, "text", Label::Look{});
+    auto const button = addButton({0, 20, 10, 10});
+    window->makeKeyAndOrderFront();
+    std::vector<std::function<void()>> const changes{
+        [&] { content->addSubview(label); },
+        [&] { label->setText("other"); },
+        [&] { label->setTextColor(Color::clear()); },
+        [&] { label->setFrame({1, 1, 10, 10}); },
+        [&] { label->setHidden(true); },
+        [&] { label->setLayer({}); },
+        [&] { label->setAccessibility({.label = "label", .value = ""}); },
+        [&] { label->trackPointer(); },
+        [&] { label->setClickAction([] {}); },
+        [&] { button->setTitle("Title"); },
+        [&] { button->setEnabled(false); },
+        [&] { label->removeFromSuperview(); },
+        [&] { content->removeAllSubviews(); },
+        [&] { window->setContentView(label); },
+    };
+    for (auto const& change : changes) {
+        auto const before = host.lines;
+        change();
+        EXPECT_NE(host.lines, before);
+        EXPECT_EQ(host.lines, linesOf(*window->contentView()));
+    }
+    auto attributes = window->attributes();
+    attributes.title = "Title";
+    window->setAttributes(attributes);
+    EXPECT_EQ(host.title, "Title");
 }
 
 TEST_F(WindowControlsTest, TheMirrorIsToldOfViewsThatComeAndGoAndOfAnotherContent) {
@@ -294,6 +339,16 @@ TEST_F(WindowControlsTest, ThePointersComingAndGoingReachesItsView) {
     content->addSubview(view);
     window->receivePointer(*view, true);
     window->receivePointer(*view, false);
+    EXPECT_THAT(events, ElementsAre("entered", "exited"));
+}
+
+TEST_F(WindowControlsTest, AViewThatDoesNotCareForThePointerPassesItOn) {
+    auto const view = std::make_shared<NotingView>(Rect{10, 10, 50, 50}, events);
+    auto const inner = std::make_shared<View>(Rect{0, 0, 10, 10});
+    content->addSubview(view);
+    view->addSubview(inner);
+    window->receivePointer(*inner, true);
+    window->receivePointer(*inner, false);
     EXPECT_THAT(events, ElementsAre("entered", "exited"));
 }
 

@@ -127,7 +127,10 @@ TEST_F(WindowTest, KeysGoToTheFirstResponder) {
 }
 
 TEST_F(WindowTest, APressMakesAViewThatTakesKeysFirstResponder) {
+    View const* duringThePress = nullptr;
+    left->onEvent = [&] { duringThePress = window->firstResponder(); };
     send(Kind::leftDown, {50, 50});
+    EXPECT_EQ(duringThePress, left.get());
     EXPECT_EQ(window->firstResponder(), left.get());
     right->takesKeys = false;
     send(Kind::leftDown, {150, 50});
