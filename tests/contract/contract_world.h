@@ -20,6 +20,7 @@
 namespace trovel {
 
 class PixelImage;
+class Window;
 
 /// What another program got from the desktop.
 struct ProgramReport {
@@ -48,6 +49,10 @@ public:
     /// Runs the main loop for so long, or until the predicate holds; false when it never did.
     virtual void wait(Duration duration) = 0;
     [[nodiscard]] virtual bool waitUntil(std::function<bool()> const& predicate) = 0;
+
+    /// Has a window of the program that is on the screen lie where its attributes say, which not
+    /// every desktop does by itself. It is there on return.
+    virtual void place(Window& window) = 0;
 
     // The user. Points are global screen points; what they do need not have arrived on return.
     virtual void keyDown(KeyCode keyCode, EventFlags flags) = 0;

@@ -22,6 +22,8 @@ public:
         return desktop_.queue.advanceUntil(predicate, 10s);
     }
 
+    void place(Window& /*window*/) override {}
+
     void keyDown(KeyCode keyCode, EventFlags flags) override {
         desktop_.input.keyDown(keyCode, flags);
     }

@@ -46,11 +46,11 @@ protected:
     std::shared_ptr<ProbeView> open(Rect frame) {
         WindowAttributes attributes;
         attributes.contentRect = frame;
-        attributes.level = kScreenSaverWindowLevel;
         auto window = std::make_shared<ProbeWindow>(platform.windows, attributes);
         auto view = std::make_shared<ProbeView>(Rect{0, 0, frame.width, frame.height});
         window->setContentView(view);
         window->orderFrontRegardless();
+        world->place(*window);
         windows.push_back(window);
         return view;
     }

@@ -3,9 +3,12 @@
 #include "platform/carbon_modifiers.h"
 #include "platform/linux/files/preference_store_linux.h"
 #include "platform/linux/pictures/captured_image.h"
+#include "platform/linux/qt/window_peer_linux.h"
+#include "platform/linux/qt/window_widget.h"
 #include "platform/linux/x11/connection.h"
 #include "platform/linux/x11/keymap.h"
 #include "platform/main_queue.h"
+#include "platform/ui/window.h"
 #include "platform/workspace.h"
 #include "tests/contract/contract_world.h"
 #include "tests/linux/contract/x11_program.h"
@@ -16,6 +19,7 @@
 #include <QEventLoop>
 #include <QImage>
 #include <QWidget>
+#include <QWindow>
 
 #include <xcb/xtest.h>
 
@@ -86,6 +90,19 @@ public:
             wait(2ms);
         }
         return false;
+    }
+
+    void place(Window& window) override {
+        auto const& frame = window.attributes().contentRect;
+        for (auto* const widget : QApplication::topLevelWidgets()) {
+            auto const* const native = dynamic_cast<WindowWidget*>(widget);
+            if (native == nullptr || native->peer() == nullptr) continue;
+            if (&native->peer()->window() != &window) continue;
+            widget->move(static_cast<int>(frame.x), static_cast<int>(kHeight - frame.maxY()));
+            // A window that asks for the keyboard before that gets it some time after.
+            EXPECT_TRUE(waitUntil([widget] { return widget->windowHandle()->isExposed(); }));
+        }
+        QGuiApplication::sync();
     }
 
     void keyDown(KeyCode keyCode, EventFlags flags) override {
