@@ -12,7 +12,7 @@ from pathlib import Path
 from PIL import Image
 
 ROOT = Path(__file__).resolve().parents[1]
-sys.path.insert(0, str(ROOT / "tests" / "desktop"))
+sys.path.insert(0, str(ROOT))
 
 import scene
 from harness.desktop import Desktop

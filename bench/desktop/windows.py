@@ -11,7 +11,7 @@ import time
 
 from display import cpu_ms, memory, wakeups
 
-sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "..", "tests", "desktop"))
+sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", ".."))
 
 from harness.desktop import Desktop  # noqa: E402  (its folder comes first)
 from harness.driver import DOWN, RETURN, RIGHT_ARROW, UP  # noqa: E402

@@ -3,6 +3,7 @@
 import hashlib
 import os
 
+from harness.browser import EDITOR_PAGE
 from harness.captures import Captures
 from harness.case import DesktopCase, save_picture, stacked
 from harness.desktop import Desktop
@@ -13,8 +14,6 @@ from harness.waiting import stays_true, wait_until
 FRONTMOST, TERMINAL, ITERM, WARP, VS_CODE, CURSOR, UNKNOWN = 1, 2, 3, 4, 5, 6, 7
 START, END, AREA = (900, 420), (1200, 620), (900, 420, 300, 200)
 QUIET = 0.6
-EDITOR_PAGE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "harness",
-                           "editor_page.html")
 PASTE = [("key down", SHIFT), ("key down", INSERT), ("key up", INSERT), ("key up", SHIFT)]
 
 

@@ -19,7 +19,7 @@ from .waiting import wait_until
 from .x_server import Monitor, XServer
 
 SIZE = (1280, 720)
-_TESTS = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+_TREE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 _WINDOW_MANAGERS = {"openbox": ["openbox"], "xfwm4": ["xfwm4", "--compositor=off"], "i3": ["i3"]}
 
 
@@ -166,7 +166,7 @@ class Desktop:
             os.makedirs(path, mode=0o700)
             environment[variable] = path
         factors = ";".join(f"{monitor.name}={monitor.scale}" for monitor in self.monitors)
-        environment.update(LANG="C.UTF-8", XDG_SESSION_TYPE="x11", PYTHONPATH=_TESTS,
+        environment.update(LANG="C.UTF-8", XDG_SESSION_TYPE="x11", PYTHONPATH=_TREE,
                            QT_SCREEN_SCALE_FACTORS=factors,
                            DBUS_SESSION_BUS_ADDRESS="disabled:", NO_AT_BRIDGE="1")
         return environment

@@ -1,4 +1,4 @@
-"""What the tests of this folder have in common."""
+"""What the tests on desktops have in common."""
 
 import os
 import unittest

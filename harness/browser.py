@@ -12,7 +12,8 @@ from PIL import Image
 
 from .waiting import wait_until
 
-_PAGE = os.path.join(os.path.dirname(__file__), "chat_page.html")
+_CHAT_PAGE = os.path.join(os.path.dirname(__file__), "chat_page.html")
+EDITOR_PAGE = os.path.join(os.path.dirname(__file__), "editor_page.html")
 
 
 @dataclass(frozen=True)
@@ -27,7 +28,7 @@ class Report:
 class ChatPage:
     """The page's web server, on a free port of this machine only."""
 
-    def __init__(self, page=_PAGE):
+    def __init__(self, page=_CHAT_PAGE):
         self.reports = []
         self._page = page
         self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), self._handler())
@@ -88,7 +89,7 @@ class Browser:
     """One Chromium window that shows the chat page, or another `page` of that title and manners.
     It takes seconds to start: share it."""
 
-    def __init__(self, desktop, rectangle=(640, 60, 600, 600), options=(), page=_PAGE):
+    def __init__(self, desktop, rectangle=(640, 60, 600, 600), options=(), page=_CHAT_PAGE):
         self.page = ChatPage(page)
         self._desktop = desktop
         x, y, width, height = rectangle
