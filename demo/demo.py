@@ -11,14 +11,12 @@ from pathlib import Path
 
 from PIL import Image
 
-ROOT = Path(__file__).resolve().parents[1]
-sys.path.insert(0, str(ROOT))
-
 import scene
 from harness.desktop import Desktop
 from harness.driver import KEY_2, KEY_V, RETURN
 from harness.waiting import wait_until
 
+CHAT_PAGE = Path(__file__).with_name("chat.html")
 SIZE = (1280, 720)
 CHAT_RECTANGLE = (660, 60, 560, 600)
 PREFERENCES = {"preferredAIApp": "Chrome", "autoSendEnabled": True}
@@ -61,7 +59,7 @@ class Demonstration:
         say("Opening a desktop, a chat in Chromium, and Trovel ...")
         self._desktop.paint(scene.draw(SIZE))
         browser = self._desktop.start_browser(
-            rectangle=CHAT_RECTANGLE, page=ROOT / "demo" / "chat.html", options=("--test-type",))
+            rectangle=CHAT_RECTANGLE, page=CHAT_PAGE, options=("--test-type",))
         self._page = browser.page
         self._program = self._desktop.start_program(PREFERENCES)
         wait_until(lambda: self._desktop.observer.active_window() == browser.window.id,
@@ -93,7 +91,7 @@ class Demonstration:
         self._timeline.now("the overlay is gone")
 
     def _deliver(self):
-        wait_until(lambda: self._desktop.observer.selection_owner("CLIPBOARD"), "a picture copied")
+        wait_until(lambda: self._desktop.clipboard.owner(), "a picture copied")
         self._timeline.now("the picture is on the clipboard")
         self._timeline.at(self._tapped("button down", 1).time, "Trovel clicks into the chat")
         self._timeline.at(self._tapped("key down", KEY_V).time, "Trovel pastes")

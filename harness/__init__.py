@@ -1,8 +1,2 @@
-"""A whole X desktop for the tests, and everything that drives and watches it from outside."""
-
-from Xlib import ext
-
-# The library loads every extension that it knows of, and fails on a server that lacks another one
-# (python-xlib numbers their events wrongly then). These are all that is used here.
-_USED = ("RECORD", "X-Resource", "XFIXES")
-ext.__extensions__[:] = [extension for extension in ext.__extensions__ if extension[0] in _USED]
+"""A whole desktop for the tests, and everything that drives and watches it from outside. What a
+display server must bring for that is in session.py; x11 is one."""

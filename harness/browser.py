@@ -97,7 +97,7 @@ class Browser:
             "chromium", "chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
             "--no-default-browser-check", "--disable-background-networking", "--disable-sync",
             "--disable-component-update", "--disable-dev-shm-usage", "--password-store=basic",
-            "--disable-features=Translate,MediaRouter", "--ozone-platform=x11",
+            "--disable-features=Translate,MediaRouter", f"--ozone-platform={desktop.session.kind}",
             "--force-device-scale-factor=1", f"--window-position={x},{y}",
             f"--window-size={width},{height}", f"--user-data-dir={desktop.folder}/chromium",
             *options, f"--app={self.page.url}")

@@ -16,11 +16,6 @@ def chat_window(title, window_class=None, rectangle=(100, 80, 400, 300), **more)
             "rectangle": list(rectangle), **more}
 
 
-def part_of(picture, x, y, width, height):
-    """The bytes of a rectangle of a picture, and its size, to compare with another's."""
-    return ((width, height), picture.crop((x, y, x + width, y + height)).tobytes())
-
-
 def whole(picture):
     return (picture.size, picture.tobytes())
 
@@ -56,7 +51,7 @@ class DesktopCase(unittest.TestCase):
     def select_and_mark(self, desktop, program, start=(500, 450), end=(700, 600)):
         """Selects, and returns the place in the input tap after the last thing the user did."""
         mark = desktop.tap.mark()
-        desktop.clear_clipboard()
+        desktop.clipboard.clear()
         program.select(start, end)
         wait_until(lambda: [event.kind for event in desktop.tap.since(mark)][-1:] == ["button up"],
                    "the drag has ended")

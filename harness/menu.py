@@ -1,6 +1,5 @@
 """The status menu under a user's hands, whoever paints it."""
 
-from . import panel
 from .driver import DOWN, ESCAPE, LEFT, RETURN, RIGHT_ARROW
 from .waiting import stays_true, wait_until
 
@@ -100,7 +99,7 @@ class StatusMenu:
         raise AssertionError("the menu takes no keys")
 
     def _rectangles(self):
-        return panel.popups(self._desktop)
+        return self._desktop.observer.popups()
 
     def _wait_for(self, count):
         return wait_until(lambda: len(self._rectangles()) == count and self._rectangles(),

@@ -16,13 +16,14 @@ def _die_with_parent():
 class Processes:
     """Starts processes and ends every one of them, the last started first."""
 
-    def __init__(self, log_folder):
-        self.environment = {}
-        self._log_folder = log_folder
+    def __init__(self, folder, environment):
+        self.folder = folder
+        self.environment = environment
+        self.has_bus = False
         self._running = []
 
     def start(self, name, *command, **options):
-        """Starts `command`; what it says goes to a file `name`.log of the log folder."""
+        """Starts `command`; what it says goes to a file `name`.log of the folder."""
         options.setdefault("env", self.environment)
         with open(self.log_path(name), "ab") as log:
             options.setdefault("stdout", log)
@@ -39,6 +40,18 @@ class Processes:
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, timeout=timeout)
         return done.stdout
+
+    def start_bus(self):
+        """Starts a session bus for all processes that are started later."""
+        read_end, write_end = os.pipe()
+        environment = {name: value for name, value in self.environment.items()
+                       if name != "DBUS_SESSION_BUS_ADDRESS"}
+        self.start("bus", "dbus-daemon", "--session", "--nofork",
+                   f"--print-address={write_end}", pass_fds=(write_end,), env=environment)
+        os.close(write_end)
+        with os.fdopen(read_end) as answer:
+            self.environment["DBUS_SESSION_BUS_ADDRESS"] = answer.readline().strip()
+        self.has_bus = True
 
     def stop(self, process, grace=3.0):
         """Ends `process` and its children, by force after `grace` seconds."""
@@ -57,11 +70,26 @@ class Processes:
             self.stop(self._running[-1])
 
     def log_path(self, name):
-        return os.path.join(self._log_folder, name + ".log")
+        return os.path.join(self.folder, name + ".log")
 
     def log(self, name):
         with open(self.log_path(name), errors="replace") as log:
             return log.read()
+
+    def running(self, binary):
+        """The numbers of the desktop's processes that run `binary`, whoever started them."""
+        home = f"HOME={self.environment['HOME']}".encode()
+        found = []
+        for number in filter(str.isdigit, os.listdir("/proc")):
+            try:
+                if os.readlink(f"/proc/{number}/exe") != os.path.realpath(binary):
+                    continue
+                with open(f"/proc/{number}/environ", "rb") as environment:
+                    if home in environment.read().split(b"\0"):
+                        found.append(int(number))
+            except OSError:  # It has ended, or is somebody else's.
+                continue
+        return found
 
     @staticmethod
     def _signal(process, number):
@@ -69,21 +97,6 @@ class Processes:
             os.killpg(process.pid, number)
         except ProcessLookupError:
             pass
-
-
-def processes_of(binary, display):
-    """The numbers of the processes that run `binary` on `display`, whoever started them."""
-    found = []
-    for number in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            if os.readlink(f"/proc/{number}/exe") != os.path.realpath(binary):
-                continue
-            with open(f"/proc/{number}/environ", "rb") as environment:
-                if f"DISPLAY={display}".encode() in environment.read().split(b"\0"):
-                    found.append(int(number))
-        except OSError:  # It has ended, or is somebody else's.
-            continue
-    return found
 
 
 def own_mounts(processes):

@@ -4,12 +4,9 @@ import json
 import os
 import signal
 
-from Xlib import X
-
-from .driver import ESCAPE, KEY_2
+from .driver import ESCAPE, HOTKEY
 from .waiting import wait_until
 
-HOTKEY_MODIFIERS = X.ControlMask | X.ShiftMask
 DEFAULTS = {"hasCompletedOnboarding": True}
 
 
@@ -37,9 +34,11 @@ class Program:
         self._desktop = desktop
         if preferences is not None:
             write_preferences(desktop.preferences_path, {**DEFAULTS, **preferences})
+        # A screen reader would switch this on, where there is a bus to talk to it.
+        spoken = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"} if desktop.processes.has_bus else {}
         self.process = desktop.processes.start(
             "trovel", *wrapper, os.environ["TROVEL_BINARY"],
-            env={**desktop.processes.environment, **(environment or {})})
+            env={**desktop.processes.environment, **spoken, **(environment or {})})
         self.pid = self.process.pid
         if wait:
             wait_until(self._answers_its_hotkey, "Trovel has its hotkey", 10)
@@ -111,13 +110,13 @@ class Program:
 
     def capture(self, start, end, timeout=5.0):
         """Selects, and returns the picture that then comes on the clipboard, in RGB."""
-        self._desktop.clear_clipboard()
+        self._desktop.clipboard.clear()
         self.select(start, end)
         return self.wait_for_picture(timeout)
 
     def wait_for_picture(self, timeout=5.0):
         """The picture on the clipboard, in RGB, as soon as the program owns one."""
-        self._desktop.wait_for_clipboard(timeout)
+        self._desktop.clipboard.wait_for_owner(timeout)
         return self._desktop.clipboard.picture()
 
     # How it ends
@@ -142,4 +141,4 @@ class Program:
         if not self.is_running():
             raise AssertionError(f"Trovel ended with {self.process.returncode} instead of waiting "
                                  f"for its hotkey: {self.messages()}")
-        return self._desktop.observer.is_key_taken(KEY_2, HOTKEY_MODIFIERS)
+        return self._desktop.observer.is_hotkey(*HOTKEY)

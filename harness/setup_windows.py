@@ -2,10 +2,7 @@
 
 import os
 
-from Xlib import error
-
 from .driver import DOWN, RETURN, RIGHT_ARROW, UP
-from .panel import popups
 from .waiting import wait_until
 
 ONBOARDING, PERMISSIONS, CHANGE_APP, RECORDER = (600, 600), (440, 380), (600, 210), (360, 160)
@@ -62,10 +59,8 @@ class SetupWindow:
 def setup_windows(desktop, program, size):
     """The program's windows of that content size."""
     def has_size(window):
-        try:
-            return desktop.observer.frame(window)[2:] == size
-        except error.XError:  # It was closed between two questions.
-            return False
+        frame = desktop.observer.frame(window)
+        return frame is not None and frame[2:] == size
     return [SetupWindow(desktop, window, size) for window in program.alerts() if has_size(window)]
 
 
@@ -80,10 +75,10 @@ def wait_for_setup_window(desktop, program, size):
 def choose_from_menu(desktop, *keys):
     """Opens the menu, as a second start does, and presses keys in it."""
     desktop.processes.run(os.environ["TROVEL_BINARY"])
-    wait_until(lambda: popups(desktop), "the menu is open")
+    wait_until(desktop.observer.popups, "the menu is open")
     for key in keys:
         desktop.driver.press(key)
-    wait_until(lambda: not popups(desktop), "the menu is gone")
+    wait_until(lambda: not desktop.observer.popups(), "the menu is gone")
 
 
 def open_change_app(desktop):

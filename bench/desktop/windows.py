@@ -15,7 +15,6 @@ sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", ".."))
 
 from harness.desktop import Desktop  # noqa: E402  (its folder comes first)
 from harness.driver import DOWN, RETURN, RIGHT_ARROW, UP  # noqa: E402
-from harness.panel import popups  # noqa: E402
 from harness.setup_windows import (  # noqa: E402
     CHANGE_APP, ONBOARDING, PERMISSIONS, RECORDER, setup_windows, wait_for_setup_window)
 from harness.waiting import wait_until  # noqa: E402
@@ -53,7 +52,7 @@ def open_from_menu(desktop, keys):
     desktop.driver.move((20, 20))
     middle = Middle(desktop)
     desktop.processes.run(os.environ["TROVEL_BINARY"])
-    wait_until(lambda: popups(desktop), "the menu is open")
+    wait_until(desktop.observer.popups, "the menu is open")
     for key in keys:
         desktop.driver.press(key)
     mark = desktop.tap.mark()

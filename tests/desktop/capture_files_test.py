@@ -48,7 +48,7 @@ class CaptureFilesTest(DesktopCase):
         """Captures a region and returns the name of its file, whose path is offered."""
         before = self.captures.names()
         self.select_and_mark(self.shared, program, start, end)
-        self.shared.wait_for_clipboard()
+        self.shared.clipboard.wait_for_owner()
         name = self.captures.wait_for_new(before)
         self.assert_offered(name)
         return name
@@ -60,7 +60,7 @@ class CaptureFilesTest(DesktopCase):
         mark = self.select_and_mark(self.shared, program, START, END)
         program.wait_for_alert()
         wait_until(lambda: sentence in program.spoken_texts(), "the alert says it")
-        self.assertFalse(self.shared.observer.selection_owner("CLIPBOARD"))
+        self.assertFalse(self.shared.clipboard.owner())
         self.assertEqual(self.shared.tap.since(mark), [])
         program.dismiss_alerts()
         self.assert_at_rest(self.shared, program)
@@ -109,7 +109,7 @@ class CaptureFilesTest(DesktopCase):
         self.captures = Captures(self.home)
         (name,) = self.captures.names()
         self.assertEqual(os.path.getsize(self.captures.path(name)), limit)
-        self.assertFalse(self.shared.observer.selection_owner("CLIPBOARD"))
+        self.assertFalse(self.shared.clipboard.owner())
         self.assertTrue(stays_true(lambda: not self.shared.tap.since(mark), QUIET))
         self.assert_at_rest(self.shared)
         self.capture(self.start())
@@ -127,7 +127,7 @@ class CaptureFilesTest(DesktopCase):
         program = self.start()
         areas = [AREA, (600, 300, 300, 200)]
         pictures = [self.shared.observer.screenshot(area) for area in areas]
-        self.shared.clear_clipboard()
+        self.shared.clipboard.clear()
         for x, y, width, height in areas:  # the second before the first is handed over
             program.select((x, y), (x + width, y + height))
             program.wait_for_no_overlay()

@@ -23,15 +23,15 @@ class ClipboardTest(DesktopCase):
         noise = pattern.noise(*LARGE)
         desktop.paint(noise)
         program = self.program(desktop)
-        desktop.clear_clipboard()
+        desktop.clipboard.clear()
         program.select((0, 0), (LARGE[0] - 1, LARGE[1] - 1), steps=3)
-        desktop.wait_for_clipboard(10)
+        desktop.clipboard.wait_for_owner(10)
         return desktop, program, noise
 
     def test_a_picture_of_twenty_mebibytes_is_read_whole_while_the_program_answers(self):
         desktop, program, noise = self.large_picture()
         program.dismiss_alerts()
-        other = desktop.new_clipboard_reader()
+        other = desktop.session.new_clipboard_reader()
         answers, overlays = [], []
 
         def ask_meanwhile(_):
@@ -66,7 +66,7 @@ class ClipboardTest(DesktopCase):
         whole = desktop.clipboard.read("image/png")
         for leaves in (False, True):
             with self.subTest(leaves=leaves):
-                stalled = desktop.new_clipboard_reader()
+                stalled = desktop.session.new_clipboard_reader()
                 stalled.begin("image/png")
                 if leaves:
                     stalled.close()
@@ -76,7 +76,7 @@ class ClipboardTest(DesktopCase):
 
     def test_a_reader_that_stops_in_the_middle_does_not_hold_up_the_end(self):
         desktop, program, _ = self.large_picture()
-        desktop.new_clipboard_reader().begin("image/png")
+        desktop.session.new_clipboard_reader().begin("image/png")
         self.assertEqual(program.terminate(), 0)
         self.assert_at_rest(desktop)
 
@@ -104,9 +104,9 @@ class ClipboardTest(DesktopCase):
             xclip = desktop.processes.start("xclip", "xclip", "-selection", "clipboard", "-i",
                                             desktop.preferences_path)
             wait_until(lambda: "UTF8_STRING" in desktop.clipboard.targets(), "xclip owns")
-            owner = desktop.observer.selection_owner("CLIPBOARD")
+            owner = desktop.clipboard.owner()
             program.select((100, 100), (300, 200))
-            wait_until(lambda: desktop.observer.selection_owner("CLIPBOARD") != owner,
+            wait_until(lambda: desktop.clipboard.owner() != owner,
                        "Trovel owns")
             self.assertEqual(desktop.clipboard.picture().size, (200, 100))
             program.dismiss_alerts()
@@ -132,18 +132,18 @@ class ClipboardTest(DesktopCase):
     def test_at_the_end_a_clipboard_manager_takes_the_picture_over(self):
         desktop = self.desktop()
         desktop.paint()
-        manager = desktop.start_clipboard_manager()
+        manager = desktop.session.start_clipboard_manager()
         program = self.program(desktop)
         program.capture((100, 100), (300, 200))
         png = desktop.clipboard.read("image/png")
         self.assertEqual(program.terminate(), 0)
-        wait_until(lambda: desktop.observer.selection_owner("CLIPBOARD"), "the manager owns")
+        desktop.clipboard.wait_for_owner()
         self.assertEqual(desktop.clipboard.read("image/png"), png)
         self.assertIsNone(manager.poll())
 
     def test_a_clipboard_manager_that_does_not_answer_does_not_hold_up_the_end(self):
         desktop = self.desktop()
-        manager = desktop.start_clipboard_manager()
+        manager = desktop.session.start_clipboard_manager()
         program = self.program(desktop)
         program.capture((100, 100), (300, 200))
         manager.send_signal(signal.SIGSTOP)

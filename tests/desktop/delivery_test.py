@@ -113,7 +113,7 @@ class DeliveryTest(DesktopCase):
         self.claude(desktop)
         program = self.program(desktop)
         mark = self.select_and_mark(desktop, program)
-        desktop.wait_for_clipboard()
+        desktop.clipboard.wait_for_owner()
         copied = time.monotonic()
         wait_until(lambda: desktop.tap.since(mark), "the window is clicked")
         click = desktop.tap.since(mark)[0].time / 1000
@@ -160,7 +160,7 @@ class DeliveryTest(DesktopCase):
         for layout, keys in cases.items():
             with self.subTest(layout=layout):
                 desktop = self.desktop()
-                desktop.x_server.set_layout(layout, active=layout.count(","))
+                desktop.session.server.set_layout(layout, active=layout.count(","))
                 self.claude(desktop)
                 program = self.program(desktop)
                 mark = self.select_and_mark(desktop, program)
@@ -172,7 +172,7 @@ class DeliveryTest(DesktopCase):
 
     def test_a_layout_without_insert_and_v_pastes_nothing_and_holds_nothing(self):
         desktop = self.desktop()
-        desktop.x_server.set_layout("ru")
+        desktop.session.server.set_layout("ru")
         desktop.processes.run("xmodmap", "-e", f"keycode {INSERT} = Print",
                               "-e", "keycode 90 = Print", "-e", "keycode 106 = Print")
         target = self.claude(desktop)
@@ -355,7 +355,8 @@ class DeliveryTest(DesktopCase):
         target = desktop.start_target(chat_window("Claude", rectangle=(550, 80, 300, 300)))
         program = self.program(desktop, {"autoSendEnabled": True})
         mark = self.select_and_mark(desktop, program)
-        wait_until(lambda: os.path.getsize(desktop.refusals_path), "Trovel asks for the front")
+        wait_until(lambda: os.path.getsize(desktop.session.refusals_path),
+                   "Trovel asks for the front")
         target.kill()
         program.wait_for_alert()
         self.assertEqual(desktop.tap.since(mark), [])
@@ -370,7 +371,7 @@ class DeliveryTest(DesktopCase):
         mark = self.select_and_mark(desktop, program)
         program.wait_for_alert()
         shown = time.monotonic()
-        with open(desktop.refusals_path, encoding="utf-8") as refusals:
+        with open(desktop.session.refusals_path, encoding="utf-8") as refusals:
             asked = [float(line) for line in refusals.read().split()]
         self.assertGreaterEqual(len(asked), 1)
         self.assert_seconds(shown - asked[0], REFUSAL)
@@ -402,11 +403,11 @@ class DeliveryTest(DesktopCase):
         desktop = self.desktop()
         target = self.claude(desktop)
         self.chat(desktop, "Editor", rectangle=(550, 80, 300, 300))
-        desktop.window_manager.send_signal(signal.SIGSTOP)
+        desktop.session.window_manager.send_signal(signal.SIGSTOP)
         program = self.program(desktop)
         self.select_and_mark(desktop, program)
-        wait_until(lambda: desktop.observer.selection_owner("CLIPBOARD"), "the picture is copied")
+        desktop.clipboard.wait_for_owner()
         copied = time.monotonic()
         wait_until(lambda: time.monotonic() > copied + 1, "a second")
-        desktop.window_manager.send_signal(signal.SIGCONT)
+        desktop.session.window_manager.send_signal(signal.SIGCONT)
         self.assert_pasted_by(desktop, target, "Claude")

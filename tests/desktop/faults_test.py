@@ -6,12 +6,10 @@ import subprocess
 from Xlib import X
 
 from harness.case import DesktopCase, chat_window
-from harness.driver import ESCAPE, HOTKEY, KEY_2, RIGHT
-from harness.observer import Observer
-from harness.panel import popups
-from harness.program import HOTKEY_MODIFIERS
+from harness.driver import ESCAPE, HOTKEY, RIGHT
+from harness.session import Monitor
 from harness.waiting import stays_true, wait_until
-from harness.x_server import Monitor
+from harness.x11.observer import XObserver
 
 START, END, AREA = (500, 450), (700, 600), (500, 450, 200, 150)
 MEBIBYTE = 1 << 20
@@ -84,12 +82,12 @@ class SurroundingsTest(DesktopCase):
                 desktop = self.desktop()
                 program = self.program(desktop, environment={variable: ""}, wait=False)
                 self.assertTrue(stays_true(program.is_running, 0.7))
-                self.assertFalse(desktop.observer.is_key_taken(KEY_2, HOTKEY_MODIFIERS))
+                self.assertFalse(desktop.observer.is_hotkey(*HOTKEY))
 
     def test_a_keyboard_that_another_program_keeps_is_no_trap(self):
         desktop = self.desktop()
         program = self.program(desktop)
-        other = Observer(desktop.x_server.display)
+        other = XObserver(desktop.session.server.display)
         other.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, X.CurrentTime)
         other.display.sync()
         desktop.driver.press_hotkey()
@@ -113,9 +111,9 @@ class SecondStartTest(DesktopCase):
         second = desktop.start_program(wait=False)
         self.assertEqual(second.wait(5), 0)
         self.assertEqual(second.messages(), "")
-        wait_until(lambda: popups(desktop), "the menu is open")
+        wait_until(desktop.observer.popups, "the menu is open")
         desktop.driver.press(ESCAPE)
-        wait_until(lambda: not popups(desktop), "the menu is gone")
+        wait_until(lambda: not desktop.observer.popups(), "the menu is gone")
         desktop.driver.press_hotkey()
         program.wait_for_overlay()
         third = desktop.start_program(wait=False)
@@ -147,10 +145,10 @@ class UnpluggedScreenTest(DesktopCase):
         desktop = self.desktop(monitors=TWO_MONITORS, with_bus=True)
         desktop.paint()
         program = self.program(desktop)
-        desktop.clear_clipboard()
+        desktop.clipboard.clear()
         desktop.driver.press_hotkey()
         program.wait_for_overlay()
-        desktop.x_server.remove_monitor(TWO_MONITORS[1])
+        desktop.session.server.remove_monitor(TWO_MONITORS[1])
         return desktop, program
 
     def test_a_drag_on_the_lost_screen_copies_nothing_and_says_so(self):
@@ -159,7 +157,7 @@ class UnpluggedScreenTest(DesktopCase):
         program.wait_for_alert()
         wait_until(lambda: "Could not find the target display." in program.spoken_texts(),
                    "the alert says it")
-        self.assertFalse(desktop.observer.selection_owner("CLIPBOARD"))
+        self.assertFalse(desktop.clipboard.owner())
         program.dismiss_alerts()
         self.assert_at_rest(desktop, program)
 
@@ -183,11 +181,11 @@ class UnpluggedScreenTest(DesktopCase):
 
     def test_a_screen_that_comes_while_the_overlay_is_up_is_covered_next_time(self):
         desktop = self.desktop(monitors=TWO_MONITORS)
-        desktop.x_server.remove_monitor(TWO_MONITORS[1])
+        desktop.session.server.remove_monitor(TWO_MONITORS[1])
         program = self.program(desktop)
         desktop.driver.press_hotkey()
         program.wait_for_overlay(count=1)
-        desktop.x_server.add_monitor(TWO_MONITORS[1])
+        desktop.session.server.add_monitor(TWO_MONITORS[1])
         desktop.driver.press(ESCAPE)
         program.wait_for_no_overlay()
         desktop.driver.press_hotkey()

@@ -9,9 +9,9 @@ from Xlib import X
 
 from harness import driver, pattern
 from harness.desktop import Desktop
-from harness.observer import Observer
+from harness.session import Monitor
 from harness.waiting import wait_until
-from harness.x_server import Monitor
+from harness.x11.observer import XObserver
 
 
 class HarnessTest(unittest.TestCase):
@@ -33,7 +33,7 @@ class HarnessTest(unittest.TestCase):
             pattern.noise(1600, 1200).save(path)
             desktop.processes.start("xclip", "xclip", "-selection", "clipboard",
                                     "-t", "image/png", "-i", path)
-            wait_until(lambda: desktop.observer.selection_owner("CLIPBOARD"), "xclip owns")
+            desktop.clipboard.wait_for_owner()
             portions = []
             data = desktop.clipboard.read("image/png", pause=portions.append)
             self.assertGreater(len(portions), 1)
@@ -44,7 +44,7 @@ class HarnessTest(unittest.TestCase):
     def test_a_taken_key_is_seen_and_the_question_leaves_it_free(self):
         with Desktop() as desktop:
             key = (driver.KEY_2, X.ControlMask)
-            other = Observer(desktop.x_server.display)
+            other = XObserver(desktop.session.server.display)
             self.assertFalse(desktop.observer.is_key_taken(*key))
             other.root.grab_key(*key, False, X.GrabModeAsync, X.GrabModeAsync)
             other.display.sync()
@@ -93,7 +93,7 @@ class HarnessTest(unittest.TestCase):
             shown = desktop.processes.run("xrandr", "--listmonitors").decode()
             self.assertIn("Monitors: 2", shown)
             self.assertIn("*main 640/160x480/120+640+0", shown)
-            desktop.x_server.remove_monitor(monitors[1])
+            desktop.session.server.remove_monitor(monitors[1])
             self.assertIn("Monitors: 1", desktop.processes.run("xrandr", "--listmonitors").decode())
 
     def test_the_page_reports_a_pasted_picture_and_a_submission(self):
@@ -125,12 +125,12 @@ class HarnessTest(unittest.TestCase):
 
     def test_the_clipboard_manager_keeps_what_it_is_asked_to_keep(self):
         with Desktop() as desktop:
-            desktop.start_clipboard_manager()
+            desktop.session.start_clipboard_manager()
             path = os.path.join(desktop.folder, "picture.png")
             pattern.unique_pixels(300, 200).save(path)
             xclip = desktop.processes.start("xclip", "xclip", "-selection", "clipboard",
                                             "-t", "image/png", "-i", path)
-            desktop.wait_for_clipboard()
+            desktop.clipboard.wait_for_owner()
             png = desktop.clipboard.read("image/png")
             desktop.clipboard.read("SAVE_TARGETS", "CLIPBOARD_MANAGER")
             wait_until(lambda: xclip.poll() is not None, "xclip has lost the clipboard")
@@ -138,7 +138,7 @@ class HarnessTest(unittest.TestCase):
 
     def test_nothing_outlives_a_desktop(self):
         with Desktop() as desktop:
-            processes = [desktop.x_server.process, desktop.window_manager]
+            processes = [desktop.session.server.process, desktop.session.window_manager]
             folder = desktop.folder
         self.assertTrue(all(process.poll() is not None for process in processes))
         self.assertFalse(os.path.exists(folder))

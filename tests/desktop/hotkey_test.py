@@ -7,9 +7,8 @@ from Xlib import X
 from harness import driver
 from harness.case import DesktopCase
 from harness.driver import ALT, CAPS_LOCK, ESCAPE, HOTKEY, KEY_2, NUM_LOCK, SUPER
-from harness.observer import Observer
-from harness.program import HOTKEY_MODIFIERS
 from harness.waiting import stays_true, wait_until
+from harness.x11.observer import HOTKEY_MODIFIERS, XObserver
 
 KEY_F1, KEY_A = 67, 38
 LOCKS = [X.LockMask, X.Mod2Mask, X.LockMask | X.Mod2Mask]
@@ -45,12 +44,12 @@ class HotkeyTest(DesktopCase):
         for layout in ("de", "fr", "dvorak", "ru"):
             with self.subTest(layout=layout):
                 desktop = self.desktop()
-                desktop.x_server.set_layout(layout)
+                desktop.session.server.set_layout(layout)
                 self.press_and_cancel(desktop, self.program(desktop))
 
     def test_a_press_works_in_the_second_layout(self):
         desktop = self.desktop()
-        desktop.x_server.set_layout("us,ru", active=1)
+        desktop.session.server.set_layout("us,ru", active=1)
         program = self.program(desktop)
         self.press_and_cancel(desktop, program)
 
@@ -59,7 +58,7 @@ class HotkeyTest(DesktopCase):
         program = self.program(desktop)
         for layout in ("fr", "ru", "us,de", "us"):
             with self.subTest(layout=layout):
-                desktop.x_server.set_layout(layout)
+                desktop.session.server.set_layout(layout)
                 self.press_and_cancel(desktop, program)
 
     def test_a_recorded_key_replaces_the_usual_one(self):
@@ -69,7 +68,7 @@ class HotkeyTest(DesktopCase):
         program = self.program(desktop, control_and_option_f1, wait=False)
         wait_until(lambda: desktop.observer.is_key_taken(KEY_F1, X.Mod1Mask | X.Mod4Mask),
                    "the recorded key is taken", 10)
-        self.assertFalse(desktop.observer.is_key_taken(KEY_2, HOTKEY_MODIFIERS))
+        self.assertFalse(desktop.observer.is_hotkey(*HOTKEY))
         self.press_and_cancel(desktop, program, (SUPER, ALT, KEY_F1))
 
     def test_stored_numbers_count_for_nothing_until_a_key_was_recorded(self):
@@ -158,7 +157,7 @@ class HotkeyTest(DesktopCase):
         for taken in (HOTKEY_MODIFIERS, HOTKEY_MODIFIERS | X.Mod2Mask):
             with self.subTest(taken=taken):
                 desktop = self.desktop()
-                other = Observer(desktop.x_server.display)
+                other = XObserver(desktop.session.server.display)
                 other.root.grab_key(KEY_2, taken, False, X.GrabModeAsync, X.GrabModeAsync)
                 other.display.sync()
                 program = self.program(desktop, wait=False)

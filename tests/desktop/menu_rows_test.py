@@ -8,9 +8,9 @@ from harness.case import DesktopCase
 from harness.desktop import Desktop
 from harness.driver import LEFT, RIGHT
 from harness.menu import StatusMenu
-from harness.panel import NotifierHost, SystemTray
 from harness.processes import own_mounts
 from harness.waiting import wait_until
+from harness.x11.trays import NotifierHost, SystemTray
 
 BELOW_PANEL = 40
 UPDATES = ("It does not look for new versions by itself. They are published at {} for you to "

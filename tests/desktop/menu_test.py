@@ -10,10 +10,10 @@ from harness import pattern
 from harness.case import DesktopCase, save_picture
 from harness.driver import ESCAPE, LEFT, RIGHT
 from harness.menu import StatusMenu
-from harness.panel import NotifierHost, SystemTray, popups
 from harness.program import write_preferences
+from harness.session import Monitor
 from harness.waiting import stays_true, wait_until
-from harness.x_server import Monitor
+from harness.x11.trays import NotifierHost, SystemTray
 
 # The menu's rows by their place, each with the separators above it.
 TROVEL, AUTO_SEND, ABOUT, QUIT = (0, 0), (5, 1), (10, 2), (11, 3)
@@ -24,10 +24,10 @@ QUIET = 0.5
 
 class MenuTest(DesktopCase):
     def wait_for_menu(self, desktop):
-        return wait_until(lambda: popups(desktop), "the menu is open")[0]
+        return wait_until(desktop.observer.popups, "the menu is open")[0]
 
     def wait_for_no_menu(self, desktop):
-        wait_until(lambda: not popups(desktop), "the menu is gone")
+        wait_until(lambda: not desktop.observer.popups(), "the menu is gone")
 
     def row(self, menu, place):
         """The middle of a row of the menu."""
@@ -81,7 +81,7 @@ class MenuTest(DesktopCase):
         program = self.program(desktop)
         tray = self.start_trayer(desktop)
         menu = tray.open_menu()
-        desktop.clear_clipboard()
+        desktop.clipboard.clear()
         self.choose(desktop, menu, TROVEL)
         wait_until(lambda: [each for each in program.overlays() if each[2] == desktop.size[0]],
                    "the overlay is up")
@@ -107,7 +107,8 @@ class MenuTest(DesktopCase):
                                "terminalModeEnabled": True, "terminalModeTarget": 1})
         menu = StatusMenu(desktop, self.start_trayer(desktop))
         submenu = menu.enter("Terminal Mode")
-        left, bottom = submenu[0] - 40, max(y + height for _, y, _, height in popups(desktop)) + 40
+        menus = desktop.observer.popups()
+        left, bottom = submenu[0] - 40, max(y + height for _, y, _, height in menus) + 40
         width, _ = desktop.size
         save_picture(desktop.observer.settled((left, 0, width - left, bottom)), "menu")
         menu.close()
@@ -153,7 +154,7 @@ class MenuTest(DesktopCase):
         self.assertEqual(second.wait(3), 0)
         self.assertLessEqual(abs(menu[0] - 400) + abs(menu[1] - 200), 4)
         self.close_menu(desktop)
-        self.assertTrue(stays_true(lambda: not popups(desktop), QUIET))
+        self.assertTrue(stays_true(lambda: not desktop.observer.popups(), QUIET))
         desktop.processes.run(os.environ["TROVEL_BINARY"])
         self.choose(desktop, self.wait_for_menu(desktop), QUIT)
         self.assertEqual(program.wait(), 0)
@@ -164,7 +165,7 @@ class MenuTest(DesktopCase):
         desktop.driver.press_hotkey()
         program.wait_for_overlay()
         desktop.processes.run(os.environ["TROVEL_BINARY"])
-        self.assertTrue(stays_true(lambda: not popups(desktop), 1.5))
+        self.assertTrue(stays_true(lambda: not desktop.observer.popups(), 1.5))
         desktop.driver.press(ESCAPE)
         program.wait_for_no_overlay()
         self.assert_at_rest(desktop, program)

@@ -4,8 +4,8 @@ from PIL import Image
 
 from harness.case import DesktopCase, chat_window, save_picture
 from harness.driver import ESCAPE
+from harness.session import Monitor
 from harness.waiting import wait_until
-from harness.x_server import Monitor
 
 BLUE = (28, 110, 242)
 DIMMED, BOXED = 0.65, 0.30

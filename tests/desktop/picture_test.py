@@ -6,8 +6,8 @@ import zlib
 from harness import pattern
 from harness.case import DesktopCase, chat_window
 from harness.driver import ESCAPE
+from harness.session import Monitor
 from harness.waiting import wait_until
-from harness.x_server import Monitor
 
 SCALES = (1, 1.25, 1.5, 1.75, 2)
 METRES_TO_AN_INCH = 0.0254
@@ -99,7 +99,7 @@ class PictureTest(DesktopCase):
         desktop.paint()
         program = self.program(desktop)
         before = desktop.observer.screenshot((100, 100, 300, 200))
-        desktop.clear_clipboard()
+        desktop.clipboard.clear()
         desktop.driver.press_hotkey()
         program.wait_for_overlay()
         desktop.paint(pattern.unique_pixels(*desktop.size, salt=0x33))

@@ -3,8 +3,7 @@
 import os
 
 from harness.case import DesktopCase
-from harness.driver import ESCAPE, KEY_2, KEY_V
-from harness.program import HOTKEY_MODIFIERS
+from harness.driver import ESCAPE, HOTKEY, KEY_V
 from harness.waiting import stays_true, wait_until
 
 MEBIBYTE = 1 << 20
@@ -83,7 +82,7 @@ class PreferencesTest(DesktopCase):
                         {"hotkeyIsCustom": True, **other, key: value}, wait=False)
                     self.assertNotEqual(program.wait(5), 0)
                     self.assertIn(key, program.messages())
-                    self.assertFalse(desktop.observer.is_key_taken(KEY_2, HOTKEY_MODIFIERS))
+                    self.assertFalse(desktop.observer.is_hotkey(*HOTKEY))
 
     def test_a_hotkey_out_of_range_that_is_not_in_use_is_no_matter(self):
         desktop = self.desktop()

@@ -4,8 +4,8 @@ import hashlib
 
 from harness.case import DesktopCase, chat_window
 from harness.driver import CONTROL, ESCAPE, KEY_V, RETURN
+from harness.session import Monitor
 from harness.waiting import wait_until
-from harness.x_server import Monitor
 
 WINDOW_MANAGERS = ("openbox", "xfwm4", "i3")
 MONITORS = [Monitor("main", 640, 0, 640, 720, primary=True),
@@ -63,7 +63,8 @@ class RoadTest(DesktopCase):
         desktop.paint()
         program = self.program(desktop)
         desktop.start_target(chat_window("Window"))
-        for change in (lambda: desktop.start_compositor("picom"), desktop.stop_compositor):
+        session = desktop.session
+        for change in (lambda: session.start_compositor("picom"), session.stop_compositor):
             change()
             expected = self.settled_screenshot(desktop, (100, 100, 400, 300))
             self.assert_same_picture(program.capture((100, 100), (500, 400)), expected, "change")

@@ -4,8 +4,8 @@ import time
 
 from harness.case import DesktopCase, chat_window
 from harness.driver import ESCAPE, RETURN, RIGHT
+from harness.session import Monitor
 from harness.waiting import stays_true, wait_until
-from harness.x_server import Monitor
 
 SPACE, KEY_A, MIDDLE = 65, 38, 2
 HAND_CURSOR = 60
@@ -43,8 +43,8 @@ class SelectionTest(DesktopCase):
         program = self.program(desktop)
         desktop.processes.start("xclip", "xclip", "-selection", "clipboard", "-i",
                                 desktop.preferences_path)
-        wait_until(lambda: desktop.observer.selection_owner("CLIPBOARD"), "xclip owns")
-        owner = desktop.observer.selection_owner("CLIPBOARD")
+        desktop.clipboard.wait_for_owner()
+        owner = desktop.clipboard.owner()
         drive = desktop.driver
         cancels = {"escape": lambda: drive.press(ESCAPE),
                    "right click": lambda: drive.click((600, 300), RIGHT),
@@ -60,7 +60,7 @@ class SelectionTest(DesktopCase):
                 cancel()
                 program.wait_for_no_overlay()
                 self.assertTrue(stays_true(lambda: not program.windows(), 0.4))
-                self.assertEqual(desktop.observer.selection_owner("CLIPBOARD"), owner)
+                self.assertEqual(desktop.clipboard.owner(), owner)
                 self.assert_at_rest(desktop, program)
 
     @staticmethod
@@ -189,7 +189,7 @@ class SelectionTest(DesktopCase):
         desktops[1].driver.button_up()
         for desktop, program in zip(desktops, programs):
             self.assertTrue(stays_true(lambda: not program.windows(), 0.4))
-            self.assertFalse(desktop.observer.selection_owner("CLIPBOARD"))
+            self.assertFalse(desktop.clipboard.owner())
             self.assert_at_rest(desktop, program)
 
     def test_an_old_time_out_does_not_close_a_new_overlay(self):

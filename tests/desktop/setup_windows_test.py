@@ -3,12 +3,8 @@
 import os
 import signal
 
-from Xlib import X
-
 from harness.case import DesktopCase
 from harness.driver import ALT, CONTROL, ESCAPE, HOTKEY, KEY_2, RETURN, SHIFT, SUPER
-from harness.processes import processes_of
-from harness.program import HOTKEY_MODIFIERS
 from harness.setup_windows import (CANCEL, CARDS, CHANGE_APP, CONTINUE, DONE,
                                    GRANT_ACCESSIBILITY, GRANT_SCREEN_RECORDING, PERMISSIONS,
                                    RECORDER, RESTART, open_change_app, open_permissions,
@@ -17,7 +13,7 @@ from harness.waiting import stays_true, wait_until
 
 QUIET = 0.4
 KEY_F1, KEY_3 = 67, 12
-OTHER_HOTKEY, OTHER_MODIFIERS = (SUPER, ALT, KEY_F1), X.Mod1Mask | X.Mod4Mask
+OTHER_HOTKEY = (SUPER, ALT, KEY_F1)
 WAYLAND = {"XDG_SESSION_TYPE": "wayland"}
 
 
@@ -39,8 +35,8 @@ class SetupWindowsCase(DesktopCase):
 
 
 class RecorderTest(SetupWindowsCase):
-    def is_taken(self, desktop, keycode=KEY_2, modifiers=HOTKEY_MODIFIERS):
-        return desktop.observer.is_key_taken(keycode, modifiers)
+    def is_taken(self, desktop, hotkey=HOTKEY):
+        return desktop.observer.is_hotkey(*hotkey)
 
     def open_recorder(self, desktop, program):
         recorder = self.open(desktop, program, open_recorder, RECORDER)
@@ -54,7 +50,7 @@ class RecorderTest(SetupWindowsCase):
         self.open_recorder(desktop, program)
         desktop.driver.press(*OTHER_HOTKEY)
         self.wait_for_no_window(program)
-        wait_until(lambda: self.is_taken(desktop, KEY_F1, OTHER_MODIFIERS), "it is registered")
+        wait_until(lambda: self.is_taken(desktop, OTHER_HOTKEY), "it is registered")
         self.assertFalse(self.is_taken(desktop))
         self.assertEqual(desktop.preferences(), {
             "hasCompletedOnboarding": True, "hotkeyIsCustom": True, "hotkeyKeyCode": 122,
@@ -65,7 +61,7 @@ class RecorderTest(SetupWindowsCase):
         expected = desktop.observer.screenshot((50, 60, 120, 90))
         desktop.driver.press(*OTHER_HOTKEY)
         program.wait_for_overlay()
-        desktop.clear_clipboard()
+        desktop.clipboard.clear()
         desktop.driver.drag((50, 60), (170, 150))
         self.assert_same_picture(program.wait_for_picture(), expected)
         program.dismiss_alerts()
@@ -99,7 +95,7 @@ class RecorderTest(SetupWindowsCase):
         wait_until(lambda: len(desktop.tap.since(mark)) > 20, "the held key repeats")
         self.assertTrue(stays_true(lambda: not program.windows(), QUIET))
         desktop.driver.release(KEY_3, SHIFT, CONTROL)
-        wait_until(lambda: self.is_taken(desktop, KEY_3), "it is registered")
+        wait_until(lambda: self.is_taken(desktop, (CONTROL, SHIFT, KEY_3)), "it is registered")
         self.press_and_cancel(desktop, program, (CONTROL, SHIFT, KEY_3))
 
     def test_the_hotkey_works_while_the_recorder_has_not_the_keyboard(self):
@@ -266,12 +262,11 @@ class PermissionsTest(SetupWindowsCase):
         wait_until(lambda: window.picture().tobytes() != before.tobytes(), "the button appears", 3)
         window.click(RESTART)
         self.assertEqual(program.wait(), 0)
-        started = wait_until(lambda: processes_of(os.environ["TROVEL_BINARY"],
-                                                  desktop.x_server.display),
+        started = wait_until(lambda: desktop.processes.running(os.environ["TROVEL_BINARY"]),
                              "it was started again")
         self.assertEqual(len(started), 1)
         self.addCleanup(os.kill, started[0], signal.SIGTERM)
-        wait_until(lambda: desktop.observer.is_key_taken(KEY_2, HOTKEY_MODIFIERS), "its hotkey")
+        wait_until(lambda: desktop.observer.is_hotkey(*HOTKEY), "its hotkey")
 
 
 class ScreenReaderTest(SetupWindowsCase):

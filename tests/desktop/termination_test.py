@@ -3,8 +3,7 @@
 import signal
 
 from harness.case import DesktopCase, chat_window
-from harness.driver import KEY_2
-from harness.program import HOTKEY_MODIFIERS
+from harness.driver import HOTKEY
 from harness.waiting import stays_true, wait_until
 
 START, END = (500, 450), (700, 600)
@@ -19,7 +18,7 @@ class TerminationTest(DesktopCase):
         desktop.install_application("claude", "Claude", "Claude")
         target = desktop.start_target(chat_window("Claude", rectangle=(550, 80, 300, 300)))
         program = desktop.start_program({"autoSendEnabled": True, "preferredAIApp": "Claude"})
-        desktop.clear_clipboard()
+        desktop.clipboard.clear()
         prepare(desktop, program, target)
         self.assertEqual(program.terminate(), 0)
         mark = desktop.tap.mark()
@@ -27,7 +26,7 @@ class TerminationTest(DesktopCase):
         desktop.driver.button_up()
         self.assert_at_rest(desktop)
         self.assertEqual(desktop.observer.windows_of(program.pid), [])
-        self.assertFalse(desktop.observer.is_key_taken(KEY_2, HOTKEY_MODIFIERS))
+        self.assertFalse(desktop.observer.is_hotkey(*HOTKEY))
         self.assertTrue(stays_true(
             lambda: {event.kind for event in desktop.tap.since(mark)} <= {"button up"}, 1.2))
 
@@ -109,7 +108,7 @@ class LostServerTest(DesktopCase):
         self.claude(desktop)
         program = desktop.start_program()
         prepare(desktop, program)
-        desktop.x_server.kill()
+        desktop.session.server.kill()
         status = program.wait(5)
         self.assertIn(status, (0, 1), program.messages())
         self.assertLessEqual(len(program.messages().splitlines()), 3, program.messages())
@@ -156,5 +155,5 @@ class LostServerTest(DesktopCase):
         program = desktop.start_program()
         program.select(START, END)
         program.wait_for_alert()
-        desktop.x_server.kill()
+        desktop.session.server.kill()
         self.assertIn(program.wait(5), (0, 1), program.messages())

@@ -1,16 +1,18 @@
 """An independent reader of selections, whole or in portions."""
 
-import io
 import time
 
-from PIL import Image
 from Xlib import X, display as xdisplay
+
+from ..session import Clipboard
 
 _PROPERTY = "TROVEL_TEST_TRANSFER"
 
 
-class ClipboardReader:
-    """Asks the owner of a selection as any other program would, with its own connection."""
+class ClipboardReader(Clipboard):
+    """Asks the owner of a selection with a connection of its own."""
+
+    text_format = "UTF8_STRING"
 
     def __init__(self, display_name, timeout=5.0):
         self._timeout = timeout
@@ -22,16 +24,21 @@ class ClipboardReader:
     def close(self):
         self._display.close()
 
+    def owner(self, selection="CLIPBOARD"):
+        return self._display.get_selection_owner(self._atom(selection))
+
+    def clear(self):
+        nobody = self._display.create_resource_object("window", X.NONE)
+        nobody.set_selection_owner(self._atom("CLIPBOARD"), X.CurrentTime)
+        self._display.sync()
+
     def targets(self, selection="CLIPBOARD"):
-        """The names of the formats on offer; none when nobody owns the selection."""
         if not self._convert(selection, "TARGETS"):
             return []
         value = self._take()
         return sorted(self._display.get_atom_name(number) for number in value.value)
 
     def read(self, target, selection="CLIPBOARD", pause=None):
-        """The bytes of the selection as `target`, or nothing when that is refused. `pause` is
-        called between two portions of an incremental transfer."""
         if not self._convert(selection, target):
             return None
         value = self._take()
@@ -51,17 +58,7 @@ class ClipboardReader:
                 pause(len(data))
 
     def begin(self, target, selection="CLIPBOARD"):
-        """Asks for the selection and takes no further part in the transfer."""
         self._convert(selection, target)
-
-    def picture(self):
-        """The picture on the clipboard in RGB; nothing when there is none."""
-        png = self.read("image/png")
-        return Image.open(io.BytesIO(png)).convert("RGB") if png else None
-
-    def text(self, selection="CLIPBOARD"):
-        data = self.read("UTF8_STRING", selection)
-        return data.decode() if data is not None else None
 
     def _convert(self, selection, target):
         self._window.delete_property(self._property)

@@ -1,32 +1,22 @@
-"""Every key and button that moves on a display, whoever moved it and whoever received it."""
+"""The tap on an X server's devices."""
 
 import threading
-from dataclasses import dataclass
 
 from Xlib import X, display as xdisplay
 from Xlib.ext import record
 from Xlib.protocol import rq
 
+from ..session import InputEvent, InputTap
+
 _NAMES = {X.KeyPress: "key down", X.KeyRelease: "key up", X.ButtonPress: "button down",
           X.ButtonRelease: "button up"}
 
 
-@dataclass(frozen=True)
-class InputEvent:
-    """A key or button going down or up, at a time of the X server in milliseconds."""
-
-    kind: str
-    detail: int
-    time: int
-    x: int
-    y: int
-
-
-class InputTap:
+class XInputTap(InputTap):
     """Writes down the device events of a display from its construction on."""
 
     def __init__(self, display_name):
-        self.events = []
+        super().__init__()
         self._data = xdisplay.Display(display_name)
         self._control = xdisplay.Display(display_name)
         wanted = {"core_requests": (0, 0), "core_replies": (0, 0), "ext_requests": (0, 0, 0, 0),
@@ -44,13 +34,6 @@ class InputTap:
         self._control.flush()
         self._thread.join(2)
         self._control.close()
-
-    def mark(self):
-        """A place in the list of events: everything later comes after it."""
-        return len(self.events)
-
-    def since(self, mark):
-        return list(self.events[mark:])
 
     def _listen(self):
         try:

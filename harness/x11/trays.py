@@ -4,8 +4,8 @@ import os
 
 from Xlib import X, error
 
-from .driver import LEFT
-from .waiting import stays_true, wait_until
+from ..driver import LEFT
+from ..waiting import stays_true, wait_until
 
 _TRAY_HEIGHT = 32
 _XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
@@ -42,9 +42,9 @@ class SystemTray:
         wait_until(lambda: not self._desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"),
                    "the tray is gone")
 
-    def wait_for_icon(self):
-        """The middle of the icon that was put into the tray."""
-        return wait_until(self._icon, "the icon is in the tray", 10)
+    def wait_for_icon(self, name=None):
+        """The middle of the icon that was put into the tray, or of the one of that name."""
+        return wait_until(lambda: self._icon(name), "the icon is in the tray", 10)
 
     def wait_for_no_icon(self):
         wait_until(lambda: not self._icon(), "the icon is gone")
@@ -52,13 +52,15 @@ class SystemTray:
     def open_menu(self, button=LEFT):
         """Clicks on the icon; returns the rectangle of the menu that opens."""
         self._desktop.driver.click(self.wait_for_icon(), button)
-        return wait_until(lambda: popups(self._desktop), "the menu is open")[0]
+        return wait_until(lambda: self._desktop.observer.popups(), "the menu is open")[0]
 
-    def _icon(self):
+    def _icon(self, name=None):
         observer = self._desktop.observer
         for window in _descendants(observer.root):
             try:
                 if not window.get_full_property(observer.atom("_XEMBED_INFO"), X.AnyPropertyType):
+                    continue
+                if name not in (None, window.get_wm_name()):
                     continue
                 geometry = window.get_geometry()
                 at = window.translate_coords(observer.root, 0, 0)
@@ -102,30 +104,14 @@ class NotifierHost:
         click as long as it has not fetched the menu of a new icon, so there may be a second."""
         for patience in (0.5, 5):
             self._desktop.driver.click(self.wait_for_icon(), button)
-            if not stays_true(lambda: not popups(self._desktop), patience):
-                return popups(self._desktop)[0]
+            if not stays_true(lambda: not self._desktop.observer.popups(), patience):
+                return self._desktop.observer.popups()[0]
         raise AssertionError("the menu does not open")
 
     def _has_icon(self):
         picture = self._desktop.observer.screenshot((0, 0, 24, 32)).convert("L")
         darkest, lightest = picture.getextrema()
         return darkest < 100 and lightest > 200
-
-
-def popups(desktop, smallest=60):
-    """The rectangles (x, y, width, height) of the menus that are open, whoever shows them."""
-    found = []
-    for window in desktop.observer.root.query_tree().children:
-        try:
-            attributes = window.get_attributes()
-            geometry = window.get_geometry()
-        except error.XError:
-            continue
-        if (attributes.override_redirect and attributes.map_state == X.IsViewable
-                and attributes.win_class == X.InputOutput and geometry.height >= smallest
-                and geometry.width < desktop.size[0]):
-            found.append((geometry.x, geometry.y, geometry.width, geometry.height))
-    return found
 
 
 def _descendants(window):

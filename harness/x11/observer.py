@@ -1,18 +1,22 @@
-"""What a bystander can see of an X desktop: pixels, windows, grabs, keys, the pointer's cursor."""
+"""What a bystander can see of an X desktop, and what only X shows: grabs and selections' owners."""
 
 from PIL import Image
 from Xlib import X, display as xdisplay, error
 from Xlib.protocol import event
 
-from .waiting import wait_until
+from ..driver import ALT, CONTROL, SHIFT, SUPER
+from ..session import Observer
 
-BUTTONS = X.Button1Mask | X.Button2Mask | X.Button3Mask | X.Button4Mask | X.Button5Mask
+HOTKEY_MODIFIERS = X.ControlMask | X.ShiftMask
+_MODIFIERS = {CONTROL: X.ControlMask, SHIFT: X.ShiftMask, ALT: X.Mod1Mask, SUPER: X.Mod4Mask}
+_BUTTONS = X.Button1Mask | X.Button2Mask | X.Button3Mask | X.Button4Mask | X.Button5Mask
 _ROWS_A_REQUEST = 256
 _ADD_STATE, _FROM_A_PAGER = 1, 2
+_SMALLEST_MENU = 60  # its height in pixels
 
 
-class Observer:
-    """One connection to the X server that changes nothing but what a test asks for."""
+class XObserver(Observer):
+    """One connection to the X server; its windows are python-xlib's."""
 
     def __init__(self, display_name):
         self.display = xdisplay.Display(display_name)
@@ -27,7 +31,6 @@ class Observer:
     # Pixels
 
     def screenshot(self, rectangle=None):
-        """The pixels of `rectangle` (x, y, width, height), or all, as an RGB picture."""
         geometry = self.root.get_geometry()
         x, y, width, height = rectangle or (0, 0, geometry.width, geometry.height)
         picture = Image.new("RGB", (width, height))
@@ -38,29 +41,16 @@ class Observer:
             picture.paste(strip, (0, top))
         return picture
 
-    def settled(self, rectangle):
-        """The pixels of `rectangle` as soon as they have stopped changing for a moment."""
-        seen = []
-
-        def is_settled():
-            seen.append(self.screenshot(rectangle))
-            return len(seen) > 8 and len({each.tobytes() for each in seen[-8:]}) == 1
-        wait_until(is_settled, "the screen has come to rest")
-        return seen[-1]
-
     def cursor(self):
-        """A value that tells the cursor now on the screen from others: its serial and picture."""
         image = self.display.xfixes_get_cursor_image(self.root)
         return (image.cursor_serial, image.width, image.height, tuple(image.cursor_image))
 
     # Windows
 
     def windows_of(self, pid):
-        """The visible children of the root window that process `pid` created."""
         return [window for window in self._children() if self._pid_behind(window) == pid]
 
     def overlays_of(self, pid):
-        """The rectangles of the visible windows of `pid` that no window manager touches."""
         found = []
         for window in self.windows_of(pid):
             try:
@@ -71,41 +61,32 @@ class Observer:
                 continue
         return sorted(found)
 
+    def popups(self):
+        width = self.root.get_geometry().width
+        found = map(self._menu_rectangle, self.root.query_tree().children)
+        return [rectangle for rectangle in found if rectangle and rectangle[2] < width]
+
     def managed_of(self, pid):
-        """The windows of process `pid` in the window manager's list."""
         return [window for window in self.client_list() if self._pid_behind(window) == pid]
 
     def client_list(self):
         return [self._window(number) for number in self._root_property("_NET_CLIENT_LIST")]
 
     def active_window(self):
-        """The number of the active window, 0 when there is none."""
         value = self._root_property("_NET_ACTIVE_WINDOW")
         return value[0] if value else 0
 
-    def active_process(self):
-        active = self.active_window()
-        return self._pid_behind(self._window(active)) if active else None
-
     def activate(self, window):
-        """Brings `window` to the front as a task bar would."""
         self._ask_manager(window, "_NET_ACTIVE_WINDOW", [_FROM_A_PAGER, X.CurrentTime, 0, 0, 0])
 
-    def close_window(self, window):
-        """Closes `window` as its frame's button would."""
-        self._ask_manager(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, _FROM_A_PAGER, 0, 0, 0])
-
     def fill_screen(self, window):
-        """Makes `window` a full-screen one, as its own menu would."""
         state = self.atom("_NET_WM_STATE_FULLSCREEN")
         self._ask_manager(window, "_NET_WM_STATE", [_ADD_STATE, state, 0, _FROM_A_PAGER, 0])
 
     def close_window(self, window):
-        """Closes `window` as the button in its title bar does."""
         self._ask_manager(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, _FROM_A_PAGER, 0, 0, 0])
 
     def title(self, window):
-        """The name that `window` shows; empty when it has none."""
         try:
             name = window.get_full_property(self.atom("_NET_WM_NAME"), X.AnyPropertyType)
             return (name.value if name else b"").decode(errors="replace")
@@ -113,27 +94,27 @@ class Observer:
             return ""
 
     def frame(self, window):
-        """The rectangle of `window` in root coordinates, without what a window manager adds."""
-        geometry = window.get_geometry()
-        corner = self.root.translate_coords(window, 0, 0)
+        try:
+            geometry = window.get_geometry()
+            corner = self.root.translate_coords(window, 0, 0)
+        except error.XError:
+            return None
         return (corner.x, corner.y, geometry.width, geometry.height)
 
     # Input
 
     def held_keys(self):
-        """The keycodes that are down."""
         return [8 * index + bit for index, byte in enumerate(self.display.query_keymap())
                 for bit in range(8) if byte >> bit & 1]
 
     def held_buttons(self):
-        return self.root.query_pointer().mask & BUTTONS
+        return self.root.query_pointer().mask & _BUTTONS
 
     def pointer(self):
         where = self.root.query_pointer()
         return (where.root_x, where.root_y)
 
     def is_input_free(self):
-        """Whether no client has the keyboard or the pointer for itself."""
         time = X.CurrentTime
         keyboard = self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, time)
         pointer = self.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, time)
@@ -141,6 +122,10 @@ class Observer:
         self.display.ungrab_keyboard(time)
         self.display.sync()
         return keyboard == X.GrabSuccess and pointer == X.GrabSuccess
+
+    def is_hotkey(self, *keycodes):
+        modifiers = sum(_MODIFIERS[keycode] for keycode in keycodes[:-1])
+        return self.is_key_taken(keycodes[-1], modifiers)
 
     def is_key_taken(self, keycode, modifiers):
         """Whether a client has grabbed the key. Nobody can run into the short grab that asks."""
@@ -168,6 +153,18 @@ class Observer:
         return bool(self._root_property("_NET_SUPPORTING_WM_CHECK")) and any(
             self.root.get_full_property(self.atom(name), X.AnyPropertyType)
             for name in ("_NET_CLIENT_LIST", "_NET_ACTIVE_WINDOW"))
+
+    @staticmethod
+    def _menu_rectangle(window):
+        """The rectangle of `window`; None unless it looks like a menu."""
+        try:
+            attributes = window.get_attributes()
+            geometry = window.get_geometry()
+        except error.XError:
+            return None
+        is_menu = (attributes.override_redirect and attributes.map_state == X.IsViewable
+                   and attributes.win_class == X.InputOutput and geometry.height >= _SMALLEST_MENU)
+        return (geometry.x, geometry.y, geometry.width, geometry.height) if is_menu else None
 
     def _ask_manager(self, window, wish, numbers):
         message = event.ClientMessage(window=window, client_type=self.atom(wish),

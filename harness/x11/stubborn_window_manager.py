@@ -1,6 +1,6 @@
 """A window manager that shows windows where they ask to be and never gives any of them the front
-but the first: `python3 -m harness.stubborn_window_manager JOURNAL`. The journal gets one line, the
-time in seconds, for each request to activate a window."""
+but the first: `python3 -m harness.x11.stubborn_window_manager JOURNAL`. The journal gets one line,
+the time in seconds, for each request to activate a window."""
 
 import sys
 import time

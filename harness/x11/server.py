@@ -2,31 +2,14 @@
 
 import ctypes
 import os
-from dataclasses import dataclass
 
-from .waiting import wait_until
+from ..session import Server
+from ..waiting import wait_until
 
 _CORE_KEYBOARD = 0x100
 
 
-@dataclass(frozen=True)
-class Monitor:
-    """A monitor in pixels of the root window, and the scale that the user chose for it."""
-
-    name: str
-    x: int
-    y: int
-    width: int
-    height: int
-    scale: float = 1
-    primary: bool = False
-
-    @property
-    def rectangle(self):
-        return (self.x, self.y, self.width, self.height)
-
-
-class XServer:
+class XServer(Server):
     """Xvfb with the given size in pixels, or a window on the display `host`. Extensions can be left
     out by name."""
 
@@ -56,7 +39,7 @@ class XServer:
             self.add_monitor(monitor, output if index == 0 else "none")
 
     def add_monitor(self, monitor, output="none"):
-        """Plugs a monitor in. One of them has to show the server's only output."""
+        """Plugs a monitor in. One of them has to show the server's only `output`."""
         star = "*" if monitor.primary else ""
         geometry = (f"{monitor.width}/{monitor.width // 4}x"
                     f"{monitor.height}/{monitor.height // 4}+{monitor.x}+{monitor.y}")
@@ -66,12 +49,10 @@ class XServer:
         self._processes.run("xrandr", "--delmonitor", monitor.name)
 
     def kill(self):
-        """Takes the X server away at once, as a crash would."""
         self.process.kill()
         self.process.wait()
 
     def set_layout(self, layout, active=0):
-        """Sets the keyboard layouts, such as "us,ru", and which of them is in use."""
         self._processes.run("setxkbmap", "-layout", layout)
         wait_until(lambda: f"layout:     {layout}\n" in self._query(), "the keyboard layout")
         xlib = ctypes.CDLL("libX11.so.6")
