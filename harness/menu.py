@@ -1,7 +1,7 @@
 """The status menu under a user's hands, whoever paints it."""
 
 from .driver import DOWN, ESCAPE, LEFT, RETURN, RIGHT_ARROW
-from .waiting import stays_true, wait_until
+from .waiting import wait_until
 
 SEPARATOR = "-"
 ROWS = ["Trovel", SEPARATOR, "AI App", "Change Hotkey…", "Launch at Login", "Terminal Mode",
@@ -55,18 +55,15 @@ class StatusMenu:
         is the same for all rows that are checked."""
         x, y, width, height = self.enter(*titles)
         rows = _rows_of(titles)
-        marks = self._marks_in((x + 3, y + 2, _MARKS_WIDTH, height - 4), rows)
+        strip = (x + 3, y + 2, _MARKS_WIDTH, height - 4)
+        observer = self._desktop.observer
+        picture = observer.painted(strip)
+        marks = _marks_in(picture, rows)
         if titles:  # Keys have opened it, so its first row is the one in another colour.
             self._desktop.driver.tap(DOWN)
-            again = self._marks_in((x + 3, y + 2, _MARKS_WIDTH, height - 4), rows)
-            marks[rows[0]] = again[rows[0]]
+            wait_until(lambda: observer.screenshot(strip) != picture, "the second row is selected")
+            marks[rows[0]] = _marks_in(observer.painted(strip), rows)[rows[0]]
         self.close()
-        return marks
-
-    def _marks_in(self, rectangle, rows):
-        marks = dict.fromkeys(row for row in rows if row != SEPARATOR)
-        for middle, ink in _inks(self._desktop.observer.settled(rectangle)):
-            marks[_row_at(rows, middle / rectangle[3])] = ink
         return marks
 
     def _go_down(self, titles):
@@ -79,24 +76,11 @@ class StatusMenu:
     def _select(self, above, title):
         """Goes to a row of the menu below the rows `above`."""
         steps = [row for row in _rows_of(above) if row != SEPARATOR].index(title)
-        if not above:
-            self._select_first()
+        if not above:  # A submenu that keys have opened begins at its first row, the menu nowhere.
+            wait_until(lambda: not self._desktop.observer.is_keyboard_free(),
+                       "the menu has the keyboard")
+            steps += 1
         self._desktop.driver.tap(*[DOWN] * steps)
-
-    def _select_first(self):
-        """Goes to the menu's first row: a submenu that keys have opened begins there by itself. A
-        menu that has just come up may not have the keyboard yet, so there may be a second key."""
-        x, y, _, height = self._rectangles()[0]
-        strip = (x, y, _MARKS_WIDTH, height)
-        before = self._desktop.observer.settled(strip).tobytes()
-
-        def is_unchanged():
-            return self._desktop.observer.screenshot(strip).tobytes() == before
-        for patience in (0.5, 5):
-            self._desktop.driver.tap(DOWN)
-            if not stays_true(is_unchanged, patience):
-                return
-        raise AssertionError("the menu takes no keys")
 
     def _rectangles(self):
         return self._desktop.observer.popups()
@@ -104,6 +88,14 @@ class StatusMenu:
     def _wait_for(self, count):
         return wait_until(lambda: len(self._rectangles()) == count and self._rectangles(),
                           f"{count} menus are open")
+
+
+def _marks_in(picture, rows):
+    """What is painted in a strip in front of each of the rows."""
+    marks = dict.fromkeys(row for row in rows if row != SEPARATOR)
+    for middle, ink in _inks(picture):
+        marks[_row_at(rows, middle / picture.height)] = ink
+    return marks
 
 
 def _inks(picture):

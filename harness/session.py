@@ -81,6 +81,16 @@ class Observer(abc.ABC):
         wait_until(is_settled, "the screen has come to rest", timeout)
         return equal[-1]
 
+    def painted(self, rectangle, timeout=10.0):
+        """The pixels of `rectangle` as soon as most of them have one colour, as a window's have
+        that has painted itself, and they have stopped changing. What lies behind must not be so."""
+        def is_painted():
+            width, height = rectangle[2:]
+            count, _ = max(self.screenshot(rectangle).getcolors(width * height))
+            return count > width * height // 2
+        wait_until(is_painted, "a window has painted itself", timeout)
+        return self.settled(rectangle, timeout)
+
     @abc.abstractmethod
     def cursor(self):
         """A value that tells the cursor now on the screen from others."""
@@ -138,8 +148,15 @@ class Observer(abc.ABC):
         """A value that is 0 when no button of the mouse is down."""
 
     @abc.abstractmethod
+    def is_keyboard_free(self):
+        """Whether nobody, such as an open menu, has the keyboard for himself."""
+
+    @abc.abstractmethod
+    def is_pointer_free(self):
+        """Whether nobody has the pointer for himself."""
+
     def is_input_free(self):
-        """Whether nobody has the keyboard or the pointer for himself."""
+        return self.is_keyboard_free() and self.is_pointer_free()
 
     @abc.abstractmethod
     def is_hotkey(self, *keycodes):

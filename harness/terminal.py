@@ -36,6 +36,7 @@ class Terminal:
         wait_until(lambda: os.path.exists(self._journal), f"the program in {kind} runs", 20)
         self.window = wait_until(self._find_window, f"{kind}'s window is managed")
         self.activate()
+        self.picture()
 
     def close(self):
         self._desktop.processes.stop(self._process)
@@ -55,8 +56,8 @@ class Terminal:
             return file.read()
 
     def picture(self):
-        """What it shows, as soon as that has stopped changing."""
-        return self._desktop.observer.settled(self._desktop.observer.frame(self.window))
+        """What it shows, as soon as it has painted itself and that has stopped changing."""
+        return self._desktop.observer.painted(self._desktop.observer.frame(self.window))
 
     def _find_window(self):
         windows = self._desktop.observer.managed_of(self._process.pid)

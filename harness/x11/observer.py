@@ -1,5 +1,7 @@
 """What a bystander can see of an X desktop, and what only X shows: grabs and selections' owners."""
 
+import contextlib
+
 from PIL import Image
 from Xlib import X, display as xdisplay, error
 from Xlib.protocol import event
@@ -114,30 +116,42 @@ class XObserver(Observer):
         where = self.root.query_pointer()
         return (where.root_x, where.root_y)
 
-    def is_input_free(self):
-        time = X.CurrentTime
-        keyboard = self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, time)
-        pointer = self.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, time)
-        self.display.ungrab_pointer(time)
-        self.display.ungrab_keyboard(time)
-        self.display.sync()
-        return keyboard == X.GrabSuccess and pointer == X.GrabSuccess
+    def is_keyboard_free(self):
+        with self._server_to_itself():
+            answer = self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
+            self.display.ungrab_keyboard(X.CurrentTime)
+        return answer == X.GrabSuccess
+
+    def is_pointer_free(self):
+        with self._server_to_itself():
+            answer = self.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0,
+                                            X.CurrentTime)
+            self.display.ungrab_pointer(X.CurrentTime)
+        return answer == X.GrabSuccess
 
     def is_hotkey(self, *keycodes):
         modifiers = sum(_MODIFIERS[keycode] for keycode in keycodes[:-1])
         return self.is_key_taken(keycodes[-1], modifiers)
 
     def is_key_taken(self, keycode, modifiers):
-        """Whether a client has grabbed the key. Nobody can run into the short grab that asks."""
+        """Whether a client has grabbed the key."""
         refused = error.CatchError(error.BadAccess)
-        self.display.grab_server()
-        self.root.grab_key(keycode, modifiers, False, X.GrabModeAsync, X.GrabModeAsync, refused)
-        self.display.sync()
-        if not refused.get_error():
-            self.root.ungrab_key(keycode, modifiers)
-        self.display.ungrab_server()
-        self.display.sync()
+        with self._server_to_itself():
+            self.root.grab_key(keycode, modifiers, False, X.GrabModeAsync, X.GrabModeAsync, refused)
+            self.display.sync()
+            if not refused.get_error():
+                self.root.ungrab_key(keycode, modifiers)
         return bool(refused.get_error())
+
+    @contextlib.contextmanager
+    def _server_to_itself(self):
+        """For short grabs that ask whether others have grabbed: nobody runs into them."""
+        self.display.grab_server()
+        try:
+            yield
+        finally:
+            self.display.ungrab_server()
+            self.display.sync()
 
     # Selections and properties
 

@@ -60,7 +60,7 @@ class SystemTray:
             try:
                 if not window.get_full_property(observer.atom("_XEMBED_INFO"), X.AnyPropertyType):
                     continue
-                if name not in (None, window.get_wm_name()):
+                if name not in (None, observer.title(window)):
                     continue
                 geometry = window.get_geometry()
                 at = window.translate_coords(observer.root, 0, 0)
@@ -102,11 +102,11 @@ class NotifierHost:
     def open_menu(self, button=LEFT):
         """Clicks on the icon; returns the rectangle of the menu that opens. The panel forgets a
         click as long as it has not fetched the menu of a new icon, so there may be a second."""
-        for patience in (0.5, 5):
+        popups = self._desktop.observer.popups
+        self._desktop.driver.click(self.wait_for_icon(), button)
+        if stays_true(lambda: not popups(), 2):
             self._desktop.driver.click(self.wait_for_icon(), button)
-            if not stays_true(lambda: not self._desktop.observer.popups(), patience):
-                return self._desktop.observer.popups()[0]
-        raise AssertionError("the menu does not open")
+        return wait_until(popups, "the menu is open")[0]
 
     def _has_icon(self):
         picture = self._desktop.observer.screenshot((0, 0, 24, 32)).convert("L")

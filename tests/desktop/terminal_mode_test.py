@@ -55,7 +55,7 @@ class TerminalModeCase(DesktopCase):
         input tap after what the user did."""
         program = self.start(tag)
         before = self.captures.names()
-        expected = self.shared.observer.screenshot(AREA)
+        expected = self.shared.observer.settled(AREA)
         mark = self.select_and_mark(self.shared, program, START, END)
         self.shared.clipboard.wait_for_owner()
         name = self.captures.wait_for_new(before)
