@@ -60,4 +60,4 @@ def main(pid, verb=None, name=None):
 
 
 if __name__ == "__main__":
-    main(*sys.argv[1:])
+    main(*sys.argv[1:4])

@@ -10,7 +10,7 @@ from dataclasses import dataclass
 
 from PIL import Image
 
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 
 _CHAT_PAGE = os.path.join(os.path.dirname(__file__), "chat_page.html")
 EDITOR_PAGE = os.path.join(os.path.dirname(__file__), "editor_page.html")
@@ -49,10 +49,10 @@ class ChatPage:
     def of(self, kind, since=0):
         return [report for report in self.reports[since:] if report.kind == kind]
 
-    def wait_for(self, kind, since=0, timeout=10.0):
+    def wait_for(self, kind, since=0, timeout=PATIENCE):
         return wait_until(lambda: self.of(kind, since), f"the page reports {kind}", timeout)[0]
 
-    def wait_for_picture(self, since=0, timeout=10.0):
+    def wait_for_picture(self, since=0, timeout=PATIENCE):
         """The picture that was pasted into the page, in RGB."""
         png = self.wait_for("paste", since, timeout).body
         return Image.open(io.BytesIO(png)).convert("RGB")
@@ -61,15 +61,17 @@ class ChatPage:
         """Where the page was clicked, in coordinates of the screen."""
         return [tuple(json.loads(report.body)) for report in self.of("click", since)]
 
-    def _handler(page):
+    def _handler(self):
+        path, reports = self._page, self.reports
+
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
-                with open(page._page, "rb") as file:
+                with open(path, "rb") as file:
                     self._answer(200 if self.path == "/" else 404, file.read())
 
             def do_POST(self):
                 body = self.rfile.read(int(self.headers.get("Content-Length", 0)))
-                page.reports.append(Report(self.path[1:], body, time.monotonic()))
+                reports.append(Report(self.path[1:], body, time.monotonic()))
                 self._answer(200, b"")
 
             def _answer(self, status, body):

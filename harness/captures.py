@@ -37,10 +37,10 @@ class Captures:
             with open(self.path(name), "wb") as file:
                 file.write(b"foreign")
 
-    def wait_for_new(self, before=(), timeout=5.0):
+    def wait_for_new(self, before=()):
         """The name of the one picture that was not there `before`."""
         return wait_until(lambda: [name for name in self.finished() if name not in before],
-                          "a picture is written", timeout)[0]
+                          "a picture is written")[0]
 
     def picture(self, name):
         with Image.open(self.path(name)) as picture:

@@ -6,6 +6,7 @@ import unittest
 from PIL import Image
 
 from .desktop import Desktop
+from .program import DEFAULTS
 from .waiting import wait_until
 
 
@@ -30,7 +31,7 @@ class DesktopCase(unittest.TestCase):
         self.addCleanup(desktop.close)
         return desktop
 
-    def program(self, desktop, preferences={}, **options):
+    def program(self, desktop, preferences=DEFAULTS, **options):
         """Starts Trovel; at the end of the test it must end on request, quietly and with 0."""
         program = desktop.start_program(preferences, **options)
         self.addCleanup(self._check_end, program)

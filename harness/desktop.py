@@ -8,7 +8,7 @@ import tempfile
 from . import pattern
 from .browser import Browser
 from .processes import Processes
-from .program import Program
+from .program import DEFAULTS, Program
 from .session import Monitor
 from .target import TargetProcess
 from .x11.session import X11Session
@@ -79,7 +79,7 @@ class Desktop:
         return {key: json.loads(value) for key, _, value in
                 (line.partition("=") for line in lines if line)}
 
-    def start_program(self, preferences={}, **options):
+    def start_program(self, preferences=DEFAULTS, **options):
         """Starts Trovel with these preferences beside a finished onboarding, or with None with
         the preferences that it finds."""
         return Program(self, preferences, **options)

@@ -53,7 +53,7 @@ class StatusMenu:
     def marks(self, *titles):
         """Opens it down to a submenu; returns what is painted in front of each of its titles, which
         is the same for all rows that are checked."""
-        x, y, width, height = self.enter(*titles)
+        x, y, _, height = self.enter(*titles)
         rows = _rows_of(titles)
         strip = (x + 3, y + 2, _MARKS_WIDTH, height - 4)
         observer = self._desktop.observer
@@ -77,8 +77,6 @@ class StatusMenu:
         """Goes to a row of the menu below the rows `above`."""
         steps = [row for row in _rows_of(above) if row != SEPARATOR].index(title)
         if not above:  # A submenu that keys have opened begins at its first row, the menu nowhere.
-            wait_until(lambda: not self._desktop.observer.is_keyboard_free(),
-                       "the menu has the keyboard")
             steps += 1
         self._desktop.driver.tap(*[DOWN] * steps)
 

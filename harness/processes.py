@@ -1,16 +1,10 @@
 """The processes of one desktop: started with its environment and gone when it closes."""
 
-import ctypes
 import os
 import signal
 import subprocess
 
-_libc = ctypes.CDLL(None)
-_PR_SET_PDEATHSIG = 1
-
-
-def _die_with_parent():
-    _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
+_DIES_WITH_US = ("setpriv", "--pdeathsig", "KILL")
 
 
 class Processes:
@@ -28,9 +22,8 @@ class Processes:
         with open(self.log_path(name), "ab") as log:
             options.setdefault("stdout", log)
             options.setdefault("stderr", log)
-            process = subprocess.Popen([str(word) for word in command], stdin=subprocess.DEVNULL,
-                                       start_new_session=True, preexec_fn=_die_with_parent,
-                                       **options)
+            process = subprocess.Popen([*_DIES_WITH_US, *map(str, command)],
+                                       stdin=subprocess.DEVNULL, start_new_session=True, **options)
         self._running.append(process)
         return process
 
@@ -73,7 +66,7 @@ class Processes:
         return os.path.join(self.folder, name + ".log")
 
     def log(self, name):
-        with open(self.log_path(name), errors="replace") as log:
+        with open(self.log_path(name), encoding="utf-8", errors="replace") as log:
             return log.read()
 
     def running(self, binary):

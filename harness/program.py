@@ -3,11 +3,12 @@
 import json
 import os
 import signal
+import types
 
 from .driver import ESCAPE, HOTKEY
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 
-DEFAULTS = {"hasCompletedOnboarding": True}
+DEFAULTS = types.MappingProxyType({"hasCompletedOnboarding": True})
 
 
 def write_preferences(path, preferences):
@@ -41,7 +42,7 @@ class Program:
             env={**desktop.processes.environment, **spoken, **(environment or {})})
         self.pid = self.process.pid
         if wait:
-            wait_until(self._answers_its_hotkey, "Trovel has its hotkey", 10)
+            wait_until(self._answers_its_hotkey, "Trovel has its hotkey")
 
     # What it shows
 
@@ -49,20 +50,20 @@ class Program:
         """The rectangles of the overlay's windows that are on the screen."""
         return self._desktop.observer.overlays_of(self.pid)
 
-    def wait_for_overlay(self, count=None, timeout=3.0):
+    def wait_for_overlay(self, count=None, timeout=PATIENCE):
         """Waits until every monitor is covered and returns the rectangles."""
         expected = count or len(self._desktop.monitors)
         return wait_until(lambda: len(self.overlays()) == expected and self.overlays(),
                           f"{expected} overlay windows are up", timeout)
 
-    def wait_for_no_overlay(self, timeout=3.0):
+    def wait_for_no_overlay(self, timeout=PATIENCE):
         wait_until(lambda: not self.overlays(), "the overlay is gone", timeout)
 
     def alerts(self):
         """The program's windows that the window manager knows."""
         return self._desktop.observer.managed_of(self.pid)
 
-    def wait_for_alert(self, timeout=5.0):
+    def wait_for_alert(self, timeout=PATIENCE):
         return wait_until(self.alerts, "an alert is up", timeout)[0]
 
     def spoken(self):
@@ -108,13 +109,13 @@ class Program:
         self.wait_for_overlay()
         self._desktop.driver.drag(start, end, steps)
 
-    def capture(self, start, end, timeout=5.0):
+    def capture(self, start, end, timeout=PATIENCE):
         """Selects, and returns the picture that then comes on the clipboard, in RGB."""
         self._desktop.clipboard.clear()
         self.select(start, end)
         return self.wait_for_picture(timeout)
 
-    def wait_for_picture(self, timeout=5.0):
+    def wait_for_picture(self, timeout=PATIENCE):
         """The picture on the clipboard, in RGB, as soon as the program owns one."""
         self._desktop.clipboard.wait_for_owner(timeout)
         return self._desktop.clipboard.picture()
@@ -124,12 +125,12 @@ class Program:
     def is_running(self):
         return self.process.poll() is None
 
-    def terminate(self, timeout=3.0):
+    def terminate(self, timeout=PATIENCE):
         """Asks the program to end and returns its exit status; negative is a signal."""
         self.process.send_signal(signal.SIGTERM)
         return self.wait(timeout)
 
-    def wait(self, timeout=3.0):
+    def wait(self, timeout=PATIENCE):
         wait_until(lambda: not self.is_running(), "Trovel has ended", timeout)
         return self.process.returncode
 

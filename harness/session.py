@@ -8,7 +8,7 @@ from dataclasses import dataclass
 
 from PIL import Image
 
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 
 
 @dataclass(frozen=True)
@@ -68,7 +68,7 @@ class Observer(abc.ABC):
     def screenshot(self, rectangle=None):
         """The pixels of `rectangle` (x, y, width, height), or all, as an RGB picture."""
 
-    def settled(self, rectangle, timeout=5.0):
+    def settled(self, rectangle, timeout=PATIENCE):
         """The pixels of `rectangle` as soon as they have stopped changing for a moment."""
         equal = []
 
@@ -81,15 +81,15 @@ class Observer(abc.ABC):
         wait_until(is_settled, "the screen has come to rest", timeout)
         return equal[-1]
 
-    def painted(self, rectangle, timeout=10.0):
+    def painted(self, rectangle):
         """The pixels of `rectangle` as soon as most of them have one colour, as a window's have
         that has painted itself, and they have stopped changing. What lies behind must not be so."""
         def is_painted():
             width, height = rectangle[2:]
             count, _ = max(self.screenshot(rectangle).getcolors(width * height))
             return count > width * height // 2
-        wait_until(is_painted, "a window has painted itself", timeout)
-        return self.settled(rectangle, timeout)
+        wait_until(is_painted, "a window has painted itself")
+        return self.settled(rectangle)
 
     @abc.abstractmethod
     def cursor(self):
@@ -114,6 +114,12 @@ class Observer(abc.ABC):
     @abc.abstractmethod
     def popups(self):
         """The rectangles of the menus that are open, whoever shows them."""
+
+    def wait_for_menu(self):
+        """The rectangle of the menu that opens, as soon as it takes keys."""
+        menu = wait_until(self.popups, "the menu is open")[0]
+        wait_until(lambda: not self.is_keyboard_free(), "the menu has the keyboard")
+        return menu
 
     @abc.abstractmethod
     def active_window(self):
@@ -208,7 +214,7 @@ class Clipboard(abc.ABC):
     def close(self):
         """Ends, in the middle of a transfer too."""
 
-    def wait_for_owner(self, timeout=5.0):
+    def wait_for_owner(self, timeout=PATIENCE):
         wait_until(self.owner, "something is copied", timeout)
 
     def picture(self):

@@ -69,13 +69,13 @@ def wait_for_setup_window(desktop, program, size):
     def find():
         found = setup_windows(desktop, program, size)
         return found[0] if found and found[0].has_keyboard() else None
-    return wait_until(find, f"the window of {size} has the keyboard", 5)
+    return wait_until(find, f"the window of {size} has the keyboard")
 
 
 def choose_from_menu(desktop, *keys):
     """Opens the menu, as a second start does, and presses keys in it."""
     desktop.processes.run(os.environ["TROVEL_BINARY"])
-    wait_until(desktop.observer.popups, "the menu is open")
+    desktop.observer.wait_for_menu()
     for key in keys:
         desktop.driver.press(key)
     wait_until(lambda: not desktop.observer.popups(), "the menu is gone")

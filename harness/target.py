@@ -28,7 +28,7 @@ class TargetProcess:
             json.dump({"journal": self._journal, "windows": descriptions}, specification)
         self.process = desktop.processes.start(
             f"target-{number}", "/usr/bin/python3", "-m", desktop.session.target_module, path)
-        wait_until(lambda: len(self.entries("mapped")) == len(windows), "the target's windows", 10)
+        wait_until(lambda: len(self.entries("mapped")) == len(windows), "the target's windows")
         wait_until(lambda: len(desktop.observer.managed_of(self.pid)) == len(windows),
                    "the target's windows are managed")
 

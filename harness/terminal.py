@@ -33,7 +33,7 @@ class Terminal:
         self._process = desktop.processes.start(
             kind, *_COMMANDS[kind], *inside,
             env={**desktop.processes.environment, "LIBGL_ALWAYS_SOFTWARE": "1"})
-        wait_until(lambda: os.path.exists(self._journal), f"the program in {kind} runs", 20)
+        wait_until(lambda: os.path.exists(self._journal), f"the program in {kind} runs")
         self.window = wait_until(self._find_window, f"{kind}'s window is managed")
         self.activate()
         self.picture()

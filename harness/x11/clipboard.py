@@ -5,6 +5,7 @@ import time
 from Xlib import X, display as xdisplay
 
 from ..session import Clipboard
+from ..waiting import PATIENCE
 
 _PROPERTY = "TROVEL_TEST_TRANSFER"
 
@@ -14,7 +15,7 @@ class ClipboardReader(Clipboard):
 
     text_format = "UTF8_STRING"
 
-    def __init__(self, display_name, timeout=5.0):
+    def __init__(self, display_name, timeout=PATIENCE):
         self._timeout = timeout
         self._display = xdisplay.Display(display_name)
         self._window = self._display.screen().root.create_window(

@@ -112,10 +112,6 @@ class XObserver(Observer):
     def held_buttons(self):
         return self.root.query_pointer().mask & _BUTTONS
 
-    def pointer(self):
-        where = self.root.query_pointer()
-        return (where.root_x, where.root_y)
-
     def is_keyboard_free(self):
         with self._server_to_itself():
             answer = self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)

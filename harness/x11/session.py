@@ -65,7 +65,7 @@ class X11Session(Session):
     def start_compositor(self, name):
         self._compositor = self._processes.start(name, name, "--config", "/dev/null",
                                                  "--backend", "xrender")
-        wait_until(lambda: self.observer.selection_owner("_NET_WM_CM_S0"), f"{name} composes", 15)
+        wait_until(lambda: self.observer.selection_owner("_NET_WM_CM_S0"), f"{name} composes")
 
     def stop_compositor(self):
         self._processes.stop(self._compositor)
@@ -75,7 +75,7 @@ class X11Session(Session):
         """Starts a program that takes over what others leave on the clipboard when they end."""
         manager = self._processes.start("clipboard-manager", "/usr/bin/python3", "-m",
                                         "harness.x11.clipboard_manager")
-        wait_until(lambda: self.observer.selection_owner("CLIPBOARD_MANAGER"), "it is there", 10)
+        wait_until(lambda: self.observer.selection_owner("CLIPBOARD_MANAGER"), "it is there")
         return manager
 
     def _start_window_manager(self, name):
@@ -93,7 +93,7 @@ class X11Session(Session):
         else:
             command = _WINDOW_MANAGERS[name]
         self.window_manager = self._processes.start(name, *command)
-        wait_until(self.observer.window_manager_is_up, f"{name} manages the windows", 15)
+        wait_until(self.observer.window_manager_is_up, f"{name} manages the windows")
 
     def _closing(self, connection):
         self._closers.append(connection.close)

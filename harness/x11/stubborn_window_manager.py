@@ -12,7 +12,7 @@ class StubbornWindowManager:
     """Keeps the client list of the root window; refuses to change the active window."""
 
     def __init__(self, journal):
-        self._journal = open(journal, "a", buffering=1)
+        self._journal = open(journal, "a", buffering=1, encoding="utf-8")
         self._display = xdisplay.Display()
         self._display.set_error_handler(lambda *_: None)
         self._root = self._display.screen().root

@@ -27,8 +27,7 @@ class Target:
 
     def __init__(self, specification):
         self._display = xdisplay.Display()
-        self._journal = open(specification["journal"], "a", buffering=1)
-        self._pasting = set()
+        self._journal = open(specification["journal"], "a", buffering=1, encoding="utf-8")
         self._reader = None
         self._windows = {}
         for index, description in enumerate(specification["windows"]):

@@ -35,7 +35,7 @@ class SystemTray:
         self._process = desktop.processes.start(
             "trayer", "trayer", "--edge", "top", "--align", "right", "--widthtype", "pixel",
             "--width", "200", "--height", _TRAY_HEIGHT)
-        wait_until(lambda: desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"), "the tray", 10)
+        wait_until(lambda: desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"), "the tray")
 
     def close(self):
         self._desktop.processes.stop(self._process)
@@ -44,7 +44,7 @@ class SystemTray:
 
     def wait_for_icon(self, name=None):
         """The middle of the icon that was put into the tray, or of the one of that name."""
-        return wait_until(lambda: self._icon(name), "the icon is in the tray", 10)
+        return wait_until(lambda: self._icon(name), "the icon is in the tray")
 
     def wait_for_no_icon(self):
         wait_until(lambda: not self._icon(), "the icon is gone")
@@ -52,7 +52,7 @@ class SystemTray:
     def open_menu(self, button=LEFT):
         """Clicks on the icon; returns the rectangle of the menu that opens."""
         self._desktop.driver.click(self.wait_for_icon(), button)
-        return wait_until(lambda: self._desktop.observer.popups(), "the menu is open")[0]
+        return self._desktop.observer.wait_for_menu()
 
     def _icon(self, name=None):
         observer = self._desktop.observer
@@ -84,7 +84,7 @@ class NotifierHost:
         with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as settings:
             settings.write(_XFCE_PANEL)
         self._process = desktop.processes.start("panel", "xfce4-panel", "--disable-wm-check")
-        wait_until(lambda: desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"), "the panel", 15)
+        wait_until(lambda: desktop.observer.selection_owner("_NET_SYSTEM_TRAY_S0"), "the panel")
 
     def close(self):
         self._desktop.processes.stop(self._process)
@@ -93,7 +93,7 @@ class NotifierHost:
 
     def wait_for_icon(self):
         """The middle of the icon, which is the only dark thing in the panel."""
-        wait_until(self._has_icon, "the icon is in the panel", 15)
+        wait_until(self._has_icon, "the icon is in the panel")
         return (12, 16)
 
     def wait_for_no_icon(self):
@@ -106,7 +106,7 @@ class NotifierHost:
         self._desktop.driver.click(self.wait_for_icon(), button)
         if stays_true(lambda: not popups(), 2):
             self._desktop.driver.click(self.wait_for_icon(), button)
-        return wait_until(popups, "the menu is open")[0]
+        return self._desktop.observer.wait_for_menu()
 
     def _has_icon(self):
         picture = self._desktop.observer.screenshot((0, 0, 24, 32)).convert("L")

@@ -24,8 +24,8 @@ class SurroundingsTest(DesktopCase):
         for display in (":9999", "", "nonsense"):
             with self.subTest(display=display):
                 done = subprocess.run(
-                    [os.environ["TROVEL_BINARY"]], timeout=10, capture_output=True, text=True,
-                    env={**desktop.processes.environment, "DISPLAY": display})
+                    [os.environ["TROVEL_BINARY"]], timeout=10, check=False, capture_output=True,
+                    text=True, env={**desktop.processes.environment, "DISPLAY": display})
                 self.assertEqual(done.returncode, 1)
                 self.assertEqual(len(done.stderr.splitlines()), 1, done.stderr)
 
@@ -111,7 +111,7 @@ class SecondStartTest(DesktopCase):
         second = desktop.start_program(wait=False)
         self.assertEqual(second.wait(5), 0)
         self.assertEqual(second.messages(), "")
-        wait_until(desktop.observer.popups, "the menu is open")
+        desktop.observer.wait_for_menu()
         desktop.driver.press(ESCAPE)
         wait_until(lambda: not desktop.observer.popups(), "the menu is gone")
         desktop.driver.press_hotkey()

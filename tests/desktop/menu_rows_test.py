@@ -9,6 +9,7 @@ from harness.desktop import Desktop
 from harness.driver import LEFT, RIGHT
 from harness.menu import StatusMenu
 from harness.processes import own_mounts
+from harness.program import DEFAULTS
 from harness.waiting import wait_until
 from harness.x11.trays import NotifierHost, SystemTray
 
@@ -19,8 +20,10 @@ ABOUT = ("Screenshot to AI in one keystroke. Capture a region and send it direct
          "ChatGPT, Gemini, or Perplexity.")
 
 
-class MenuRows:
-    """The tests, for a class that knows the tray."""
+class MenuRows(DesktopCase):
+    """The tests, for classes that know their trays."""
+
+    Panel, button = SystemTray, LEFT
 
     @classmethod
     def setUpClass(cls):
@@ -31,7 +34,7 @@ class MenuRows:
         cls.opened = os.path.join(cls.shared.folder, "opened")
         install_opener(os.path.join(cls.shared.folder, "bin"), cls.opened)
 
-    def start(self, preferences={}, **options):
+    def start(self, preferences=DEFAULTS, **options):
         path = os.path.join(self.shared.folder, "bin") + ":" + os.environ["PATH"]
         program = self.program(self.shared, preferences, environment={"PATH": path}, **options)
         self.panel.wait_for_icon()
@@ -157,10 +160,8 @@ class MenuRows:
         self.assertEqual(program.wait(), 0)
 
 
-class SystemTrayRowsTest(MenuRows, DesktopCase):
+class SystemTrayRowsTest(MenuRows):
     """The program paints the menu itself."""
-
-    Panel, button = SystemTray, LEFT
 
     def test_a_login_item_that_cannot_be_made_is_explained_and_stays_unchecked(self):
         folder = os.path.join(self.shared.folder, "config", "autostart")
@@ -199,10 +200,13 @@ class SystemTrayRowsTest(MenuRows, DesktopCase):
         program.dismiss_alerts()
 
 
-class NotifierRowsTest(MenuRows, DesktopCase):
+class NotifierRowsTest(MenuRows):
     """The panel paints the menu, and only tells what was chosen."""
 
     Panel, button = NotifierHost, RIGHT
+
+
+del MenuRows  # The two above are all of its runs.
 
 
 def install_opener(folder, path):

@@ -23,9 +23,6 @@ QUIET = 0.5
 
 
 class MenuTest(DesktopCase):
-    def wait_for_menu(self, desktop):
-        return wait_until(desktop.observer.popups, "the menu is open")[0]
-
     def wait_for_no_menu(self, desktop):
         wait_until(lambda: not desktop.observer.popups(), "the menu is gone")
 
@@ -150,13 +147,13 @@ class MenuTest(DesktopCase):
         program = self.program(desktop)
         desktop.driver.move((400, 200))
         second = desktop.processes.start("second", os.environ["TROVEL_BINARY"])
-        menu = self.wait_for_menu(desktop)
+        menu = desktop.observer.wait_for_menu()
         self.assertEqual(second.wait(3), 0)
         self.assertLessEqual(abs(menu[0] - 400) + abs(menu[1] - 200), 4)
         self.close_menu(desktop)
         self.assertTrue(stays_true(lambda: not desktop.observer.popups(), QUIET))
         desktop.processes.run(os.environ["TROVEL_BINARY"])
-        self.choose(desktop, self.wait_for_menu(desktop), QUIT)
+        self.choose(desktop, desktop.observer.wait_for_menu(), QUIT)
         self.assertEqual(program.wait(), 0)
 
     def test_a_second_start_during_a_selection_disturbs_nothing(self):
