@@ -91,7 +91,7 @@ class Demonstration:
         self._timeline.now("the overlay is gone")
 
     def _deliver(self):
-        wait_until(lambda: self._desktop.clipboard.owner(), "a picture copied")
+        self._desktop.clipboard.wait_for_owner()
         self._timeline.now("the picture is on the clipboard")
         self._timeline.at(self._tapped("button down", 1).time, "Trovel clicks into the chat")
         self._timeline.at(self._tapped("key down", KEY_V).time, "Trovel pastes")

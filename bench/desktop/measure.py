@@ -12,8 +12,10 @@ import statistics
 import sys
 import time
 
-import display
+import usage
+from harness.driver import ESCAPE
 from peers import peers, yardstick
+from screen import Screen
 
 HOTKEY = "key:Ctrl+Shift+2"
 HANDOVER_MS = 300  # the program's own fixed delay between a result and its delivery
@@ -46,7 +48,7 @@ class Bench:
               flush=True)
 
     def start_trovel(self, screen):
-        process = screen.spawn("trovel", [self.options.trovel])
+        process = screen.processes.start("trovel", self.options.trovel)
         # The overlay answers once the hotkey is grabbed; the first press is measured elsewhere.
         time.sleep(1)
         return process
@@ -57,14 +59,15 @@ class Bench:
         with self.screen() as screen:
             times = []
             for _ in range(self.options.runs + 1):
-                answer = screen.run([self.options.probe, "grabbed", "--key", "Ctrl+Shift+2", "--",
-                                     self.options.trovel]).stdout
+                answer = screen.processes.run(self.options.probe, "grabbed", "--key",
+                                              "Ctrl+Shift+2", "--", self.options.trovel,
+                                              check=False)
                 times.append(json.loads(answer)["grabbed"] if answer else None)
                 time.sleep(0.3)
             self.row("start of the process to hotkey registered, ms", "≤ 80", median(times[1:]), {})
 
     def overlay(self):
-        for compositor, reach in (("none", "≤ 15"), ("picom", "≤ 28")):
+        for compositor, reach in ((None, "≤ 15"), ("picom", "≤ 28")):
             with self.screen(compositor) as screen:
                 first, later = self.overlay_times(screen, self.start_trovel, HOTKEY)
                 least_first, least = self.overlay_times(screen, self.least.start,
@@ -74,9 +77,9 @@ class Bench:
                 for peer in peers(screen):
                     firsts[peer.name], others[peer.name] = self.overlay_times(
                         screen, peer.start, peer.trigger, peer.ready)
-                suffix = "no compositor" if compositor == "none" else "picom"
+                suffix = compositor or "no compositor"
                 self.row(f"hotkey to overlay painted, {suffix}, ms", reach, later, others, least)
-                if compositor == "none":
+                if not compositor:
                     self.row("first overlay after start, ms", "≤ 30", first, firsts, least_first)
 
     def overlay_times(self, screen, start, trigger, ready="painted"):
@@ -92,7 +95,7 @@ class Bench:
                 (firsts if run == 0 else later).append(value)
                 time.sleep(0.3)
             if process:
-                display.end(process)
+                screen.processes.stop(process)
                 time.sleep(0.3)
         return median(firsts), median(later)
 
@@ -100,7 +103,7 @@ class Bench:
         small = "600,300,1800,1100,200,1000"
         least = self.least
         with self.screen() as screen:
-            whole = f"0,0,{screen.width - 1},{screen.height - 1},200,1000"
+            whole = f"0,0,{screen.size[0] - 1},{screen.size[1] - 1},200,1000"
             mine = self.drag_runs(screen, self.start_trovel, HOTKEY, small, True)
             mine_whole = self.drag_runs(screen, self.start_trovel, HOTKEY, whole, True)
             yard = self.drag_runs(screen, least.start, least.trigger, small, True)
@@ -127,11 +130,11 @@ class Bench:
 
     def files(self):
         with self.screen() as screen:
-            folder = screen.env["HOME"] + "/.trovel/captures"
+            folder = screen.processes.environment["HOME"] + "/.trovel/captures"
             os.makedirs(folder)
             screen.set_preferences("hasCompletedOnboarding=true\nterminalModeEnabled=true\n"
                                    "terminalModeTarget=1\n")
-            whole = f"0,0,{screen.width - 1},{screen.height - 1},20,200"
+            whole = f"0,0,{screen.size[0] - 1},{screen.size[1] - 1},20,200"
             for title, reach, path in (("1200 × 800", "≤ 16", "600,300,1800,1100,20,200"),
                                        ("whole screen", "≤ 60", whole)):
                 answer = self.drag_runs(screen, self.start_trovel, HOTKEY, path, False,
@@ -142,14 +145,14 @@ class Bench:
     def menu(self):
         with self.screen() as screen:
             process = self.start_trovel(screen)
-            x, y = screen.tray_icon("trovel")
+            x, y = screen.tray.wait_for_icon("trovel")
             times = []
             for _ in range(self.options.runs + 1):
                 answer = screen.probe(self.options.probe, "--trigger", f"click:{x},{y}",
                                       "--ready", "settled", "--cancel")
                 times.append(answer.get("settled") if answer.get("ok") else None)
                 time.sleep(0.6)
-            display.end(process)
+            screen.processes.stop(process)
             self.row("click on the icon to menu painted, ms", "≤ 20", median(times[1:]), {})
 
     def drag_runs(self, screen, start, trigger, path, copies, ready="painted", confirm="",
@@ -171,34 +174,35 @@ class Bench:
             if run > 0 and answer.get("ok"):
                 answers.append(answer)
             time.sleep(2.6)  # an alert about a missing chat application comes 2 s after delivery
-            screen.run(["xdotool", "key", "Escape"])
+            screen.driver.press(ESCAPE)
             time.sleep(0.3)
         if process:
-            display.end(process)
+            screen.processes.stop(process)
             time.sleep(0.3)
         keys = {key for answer in answers for key in answer}
         return {key: median([a.get(key) for a in answers]) for key in keys}
 
     def idle(self):
         with self.screen() as screen:
-            x_before = display.memory(screen.pids["X"])
+            x_server = screen.session.server.process.pid
+            x_before = usage.memory(x_server)
             process = self.start_trovel(screen)
             for _ in range(10):
                 self.capture(screen)
             time.sleep(32)  # the last overlay's time-out is 30 s after it came up
-            sizes = display.memory(process.pid)
-            x_growth = display.memory(screen.pids["X"])["private"] - x_before["private"]
-            wake, cpu = display.wakeups(process.pid), display.cpu_ms(process.pid)
+            sizes = usage.memory(process.pid)
+            x_growth = usage.memory(x_server)["private"] - x_before["private"]
+            wake, cpu = usage.wakeups(process.pid), usage.cpu_ms(process.pid)
             time.sleep(60)
-            self.row("idle: wake-ups a minute", "0", display.wakeups(process.pid) - wake, {})
-            self.row("idle: CPU a minute, ms", "0", display.cpu_ms(process.pid) - cpu, {})
+            self.row("idle: wake-ups a minute", "0", usage.wakeups(process.pid) - wake, {})
+            self.row("idle: CPU a minute, ms", "0", usage.cpu_ms(process.pid) - cpu, {})
             peer_sizes = self.peers_at_rest(screen)
             private = {name: size["private"] + size["shmem"] for name, size in peer_sizes.items()}
             self.row("idle after ten captures: private + shared memory + X server's growth, MiB",
                      "≤ 30", sizes["private"] + sizes["shmem"] + max(0, x_growth), private)
             self.row("idle after ten captures: resident, MiB", "-", sizes["rss"],
                      {name: size["rss"] for name, size in peer_sizes.items()})
-            display.end(process)
+            screen.processes.stop(process)
 
     def peers_at_rest(self, screen):
         sizes = {}
@@ -209,8 +213,8 @@ class Bench:
             screen.probe(self.options.probe, "--trigger", peer.trigger(screen), "--ready",
                          peer.ready, "--cancel")
             time.sleep(1.5)
-            sizes[peer.name] = display.memory(process.pid)
-            display.end(process)
+            sizes[peer.name] = usage.memory(process.pid)
+            screen.processes.stop(process)
         return sizes
 
     def growth(self):
@@ -219,24 +223,27 @@ class Bench:
             for _ in range(20):
                 self.capture(screen)
             time.sleep(1)
-            before = display.memory(process.pid)["private"]
+            before = usage.memory(process.pid)["private"]
             for _ in range(self.options.captures):
                 self.capture(screen)
             time.sleep(32)
-            after = display.memory(process.pid)["private"]
+            after = usage.memory(process.pid)["private"]
             self.row(f"private memory's growth over {self.options.captures} captures, MiB",
                      "0", after - before, {})
-            display.end(process)
+            screen.processes.stop(process)
 
     def capture(self, screen):
         """One capture of 400 × 300, and its alert, which comes 2 s after delivery, closed."""
-        screen.run(["xdotool", "key", "ctrl+shift+2", "sleep", "0.03", "mousemove", "700", "400",
-                    "mousedown", "1", "mousemove", "900", "550", "mousemove", "1100", "700",
-                    "mouseup", "1", "sleep", "2.9", "key", "Escape", "sleep", "0.2"])
+        screen.driver.press_hotkey()
+        time.sleep(0.03)
+        screen.driver.drag((700, 400), (1100, 700), steps=2)
+        time.sleep(2.9)
+        screen.driver.press(ESCAPE)
+        time.sleep(0.2)
 
-    def screen(self, compositor="none"):
+    def screen(self, compositor=None):
         width, height = map(int, self.options.size.split("x"))
-        return display.Display(width, height, compositor)
+        return Screen(width, height, compositor)
 
     def write(self):
         lines = ["| step | Trovel | yardstick | reach | best peer | all peers |",
@@ -244,6 +251,10 @@ class Bench:
         lines += ["| " + " | ".join(row) + " |" for row in self.rows]
         with open(self.options.out, "w", encoding="utf-8") as file:
             file.write("\n".join(lines) + "\n")
+
+
+SECTIONS = {"start": Bench.start, "overlay": Bench.overlay, "drag": Bench.drag,
+            "files": Bench.files, "menu": Bench.menu, "idle": Bench.idle, "growth": Bench.growth}
 
 
 def less_handover(value):
@@ -258,11 +269,11 @@ def main():
     parser.add_argument("--runs", type=int, default=7)
     parser.add_argument("--captures", type=int, default=200)
     parser.add_argument("--size", default="3840x2160")
-    parser.add_argument("--sections", default="start,overlay,drag,files,menu,idle,growth")
+    parser.add_argument("--sections", default=",".join(SECTIONS))
     parser.add_argument("--out", default="/dev/stdout")
     bench = Bench(parser.parse_args())
     for section in bench.options.sections.split(","):
-        getattr(bench, section)()
+        SECTIONS[section](bench)
     bench.write()
 
 

@@ -10,8 +10,8 @@ from typing import Callable
 class Peer:
     """A program to measure beside Trovel."""
     name: str
-    start: Callable      # display -> its resident process, or None when each trigger starts one
-    trigger: Callable    # display -> the probe's trigger
+    start: Callable      # screen -> its resident process, or None when each trigger starts one
+    trigger: Callable    # screen -> the probe's trigger
     ready: str = "painted"
     copies: bool = False     # whether the picture goes to the clipboard by itself
     confirm: str = ""        # the key that takes the picture after the drag
@@ -19,25 +19,25 @@ class Peer:
 
 
 def resident(command, seconds):
-    def start(display):
-        process = display.spawn(os.path.basename(command[0]), command)
+    def start(screen):
+        process = screen.processes.start(os.path.basename(command[0]), *command)
         time.sleep(seconds)
         return process
     return start
 
 
 def tray_click(name):
-    def trigger(display):
-        x, y = display.tray_icon(name)
+    def trigger(screen):
+        x, y = screen.tray.wait_for_icon(name)
         return f"click:{x},{y}"
     return trigger
 
 
 def always(what):
-    return lambda display: what
+    return lambda screen: what
 
 
-def none(display):
+def none(screen):
     return None
 
 
@@ -46,7 +46,7 @@ def yardstick(program):
     return Peer("yardstick", resident([program], 0.5), always("key:Ctrl+Alt+c"), copies=True)
 
 
-def peers(display):
+def peers(screen):
     """The peers that are installed."""
     everyone = [
         Peer("flameshot", resident(["flameshot"], 2.5), tray_click("flameshot"), copies=True,
@@ -60,4 +60,5 @@ def peers(display):
                                    "xclip -selection clipboard -t image/png $HOME/s.png"),
              ready="cursor", copies=True, stays=False),
     ]
-    return [peer for peer in everyone if shutil.which(peer.name, path=display.env["PATH"])]
+    path = screen.processes.environment["PATH"]
+    return [peer for peer in everyone if shutil.which(peer.name, path=path)]

@@ -6,18 +6,14 @@ cause while they are open, and the memory that they leave behind. Writes a Markd
 import argparse
 import os
 import statistics
-import sys
 import time
 
-from display import cpu_ms, memory, wakeups
-
-sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", ".."))
-
-from harness.desktop import Desktop  # noqa: E402  (its folder comes first)
-from harness.driver import DOWN, RETURN, RIGHT_ARROW, UP  # noqa: E402
-from harness.setup_windows import (  # noqa: E402
+from harness.desktop import Desktop
+from harness.driver import DOWN, RETURN, RIGHT_ARROW, UP
+from harness.setup_windows import (
     CHANGE_APP, ONBOARDING, PERMISSIONS, RECORDER, setup_windows, wait_for_setup_window)
-from harness.waiting import wait_until  # noqa: E402
+from harness.waiting import wait_until
+from usage import cpu_ms, memory, wakeups
 
 ROWS = {"change app": (CHANGE_APP, [DOWN, DOWN, RIGHT_ARROW, UP]),
         "hotkey recorder": (RECORDER, [DOWN] * 3), "permissions": (PERMISSIONS, [DOWN] * 7)}
@@ -52,7 +48,7 @@ def open_from_menu(desktop, keys):
     desktop.driver.move((20, 20))
     middle = Middle(desktop)
     desktop.processes.run(os.environ["TROVEL_BINARY"])
-    wait_until(desktop.observer.popups, "the menu is open")
+    desktop.observer.wait_for_menu()
     for key in keys:
         desktop.driver.press(key)
     mark = desktop.tap.mark()
