@@ -63,13 +63,13 @@ class Comparison:
 
     def declare(self, kinds, name, cursor, differs):
         key = next(((kind, name) for kind in kinds if (kind, name) in self.table), None)
-        place = f"{os.path.relpath(cursor.location.file.name, self.root)}:{cursor.location.line}"
+        where = f"{os.path.relpath(cursor.location.file.name, self.root)}:{cursor.location.line}"
         if key is None:
-            self.breaches.append(f"{place}: {name} is not in the table")
+            self.breaches.append(f"{where}: {name} is not in the table")
             return
         self.seen.add(key)
         if difference := differs(self.table[key]):
-            self.breaches.append(f"{place}: {name} is {difference[0]}; table: {difference[1]}")
+            self.breaches.append(f"{where}: {name} is {difference[0]}; table: {difference[1]}")
 
     def compare(self, kinds, name, cursor):
         here = source_of(cursor)

@@ -278,7 +278,7 @@ def objc_file_lengths(source):
 
 def leftovers(source):
     for number, line in enumerate(source.lines, 1):
-        mark = re.search(r"\b(?:TO" r"DO|FIX" r"ME|XX" r"X|HA" r"CK)\b", line)
+        mark = re.search(r"\b(?:TO" + r"DO|FIX" + r"ME|XX" + r"X|HA" + r"CK)\b", line)
         if mark:
             yield source.path, number, f"{mark.group()} is work left behind"
 

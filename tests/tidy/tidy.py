@@ -1,5 +1,6 @@
 """Holds the tree to its own rules. `tidy.py rules` judges the sources, `tidy.py format` asks
-clang-format; both print every breach as file:line and fail if there is one."""
+clang-format, `tidy.py python` asks pylint and vulture about all Python; each prints every breach as
+file:line and fails if there is one."""
 
 import argparse
 import os
@@ -17,6 +18,9 @@ TEXT_SUFFIXES = {
 # Programs that are wrong on purpose, and declarations that are spelled as their makers spell them.
 NOT_OURS_TO_JUDGE = {"bad", "decl", "libc"}
 NOT_SOURCES = {"build", "__pycache__"}
+PYLINT = ("/usr/bin/python3", "-m", "pylint", "--rcfile", Path(__file__).with_name("pylintrc"))
+# What http.server calls by these names looks unused otherwise.
+VULTURE = ("/usr/bin/python3", "-m", "vulture", "--ignore-names", "do_GET,do_POST,log_message")
 
 
 def files_of(root):
@@ -53,17 +57,26 @@ def check_format(root, clang_format):
     return result.returncode == 0
 
 
+def check_python(root):
+    files = [path.relative_to(root) for path in files_of(root) if path.suffix == ".py"]
+    results = [subprocess.run([*command, *files], cwd=root, check=False)
+               for command in (PYLINT, VULTURE)]
+    return all(result.returncode == 0 for result in results)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("what", choices=("rules", "format"))
+    parser.add_argument("what", choices=("rules", "format", "python"))
     parser.add_argument("--root", type=Path, default=Path(__file__).resolve().parents[2])
     parser.add_argument("--clang-format", default="clang-format-19")
     arguments = parser.parse_args()
     root = arguments.root.resolve()
     if arguments.what == "rules":
         passed = check_rules(root)
-    else:
+    elif arguments.what == "format":
         passed = check_format(root, arguments.clang_format)
+    else:
+        passed = check_python(root)
     sys.exit(0 if passed else 1)
 
 

@@ -126,11 +126,11 @@ CASES = [
     ("line_lengths", "app/a.cpp", "//" + "x" * 99 + "\n", "//" + "x" * 98 + "\n"),
     ("line_lengths", "tests/a.py", "#" + "x" * 100 + "\n", "#" + "ü" * 99 + "\n"),
     ("objc_file_lengths", "platform/macos/a.mm", "\n" * 201, "\n" * 200),
-    ("leftovers", "docs/a.md", "TO" "DO: more\n", "What to do next\n"),
-    ("leftovers", "app/a.cpp", "// FIX" "ME later\n", "// Fixed\n"),
-    ("machine_paths", "docs/a.md", "See /ro" "ot/notes.\n", "See the root/notes.\n"),
-    ("machine_paths", "app/a.cpp", "// as in /ho" "me/somebody/x\n", "// as in $HOME/x\n"),
-    ("machine_paths", "tests/a.py", 'PATH = "/wo' 'rk/x"\n', 'HOME = "/home/somebody"\n'),
+    ("leftovers", "docs/a.md", "TO" + "DO: more\n", "What to do next\n"),
+    ("leftovers", "app/a.cpp", "// FIX" + "ME later\n", "// Fixed\n"),
+    ("machine_paths", "docs/a.md", "See /ro" + "ot/notes.\n", "See the root/notes.\n"),
+    ("machine_paths", "app/a.cpp", "// as in /ho" + "me/somebody/x\n", "// as in $HOME/x\n"),
+    ("machine_paths", "tests/a.py", 'PATH = "/wo' + 'rk/x"\n', 'HOME = "/home/somebody"\n'),
     ("file_names", "app/AppDelegate.cpp", "", ""),
     ("file_names", "tests/app/hotkey.cpp", "TEST(A, B) {}\n", ""),
     ("endings", "app/a.cpp", "int f();", "int f();\n"),
@@ -143,7 +143,7 @@ def findings(*sources):
     return [rule for rule, *_ in rules.judge(sources) if rule != "missing_files"]
 
 
-class EveryRule(unittest.TestCase):
+class EveryRuleTest(unittest.TestCase):
     def test_catches_what_is_wrong_and_nothing_else(self):
         for rule, path, wrong, _ in CASES:
             with self.subTest(rule=rule, text=wrong):
@@ -159,7 +159,7 @@ class EveryRule(unittest.TestCase):
         self.assertEqual({rule.__name__ for rule in judged}, {rule for rule, *_ in CASES})
 
 
-class TheTree(unittest.TestCase):
+class TheTreeTest(unittest.TestCase):
     def test_may_not_go_in_circles(self):
         a = Source("app/a.h", '#pragma once\n\n#include "app/b.h"\n')
         b = Source("app/b.h", '#pragma once\n\n#include "app/c.h"\n')
@@ -213,7 +213,7 @@ class TheTree(unittest.TestCase):
         self.assertEqual(list(rules.judge([a, Source("app/b.h", "#pragma once\n")])), [])
 
 
-class WhatTheCompilerRead(unittest.TestCase):
+class WhatTheCompilerReadTest(unittest.TestCase):
     def test_stays_within_the_rooms(self):
         def seen(*paths):
             return len(list(deps.breaches([[Path(path) for path in paths]])))
@@ -233,7 +233,7 @@ class WhatTheCompilerRead(unittest.TestCase):
         self.assertEqual(objects, [[Path("app/main.cpp"), Path("app/b.h")]])
 
 
-class TheProgram(unittest.TestCase):
+class TheProgramTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
@@ -255,6 +255,14 @@ class TheProgram(unittest.TestCase):
         self.assertTrue(tidy.check_format(self.root, "clang-format-19"))
         self.write("app/a.cpp", "int  f( );\n")
         self.assertFalse(tidy.check_format(self.root, "clang-format-19"))
+
+    def test_fails_on_python_that_cannot_be_right_or_that_nobody_uses(self):
+        self.write("app/a.py", "def f():\n    return 1\n\n\nprint(f())\n")
+        self.assertTrue(tidy.check_python(self.root))
+        self.write("app/a.py", "def f():\n    return 1\n\n\nprint(f().size)\n")
+        self.assertFalse(tidy.check_python(self.root))
+        self.write("app/a.py", "def f():\n    return 1\n\n\nprint(1)\n")
+        self.assertFalse(tidy.check_python(self.root))
 
 
 if __name__ == "__main__":
