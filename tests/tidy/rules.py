@@ -271,7 +271,7 @@ def line_lengths(source):
 
 def objc_file_lengths(source):
     count = len(source.lines) - 1
-    if source.path.suffix == ".mm" and room_of(source.path) == "platform/macos":
+    if source.path.suffix == ".mm" and backend_of(source.path) == "platform/macos":
         if count > OBJC_FILE_LIMIT:
             yield source.path, count, f"{count} lines: too much for a file that only translates"
 

@@ -126,6 +126,7 @@ CASES = [
     ("line_lengths", "app/a.cpp", "//" + "x" * 99 + "\n", "//" + "x" * 98 + "\n"),
     ("line_lengths", "tests/a.py", "#" + "x" * 100 + "\n", "#" + "ü" * 99 + "\n"),
     ("objc_file_lengths", "platform/macos/a.mm", "\n" * 201, "\n" * 200),
+    ("objc_file_lengths", "platform/macos/ui/a.mm", "\n" * 201, "\n" * 200),
     ("leftovers", "docs/a.md", "TO" + "DO: more\n", "What to do next\n"),
     ("leftovers", "app/a.cpp", "// FIX" + "ME later\n", "// Fixed\n"),
     ("machine_paths", "docs/a.md", "See /ro" + "ot/notes.\n", "See the root/notes.\n"),
