@@ -10,7 +10,8 @@ class EventSynthesizer;
 /// events could be made, so the key cannot stay down.
 void sendKeystroke(EventSynthesizer& events, KeyCode keyCode, EventFlags flags);
 
-/// Command-V.
+/// Command-V. A system on which programs differ in how they paste may press other keys for it: the
+/// one who makes the events chooses.
 void sendPasteKeystroke(EventSynthesizer& events);
 
 } // namespace trovel
