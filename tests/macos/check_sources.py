@@ -3,6 +3,7 @@
 import sys
 
 import blocks
+import menus
 import overrides
 from apple_clang import parse
 
@@ -11,6 +12,7 @@ def breaches(path, flags):
     declarations = parse(path, flags)
     yield from overrides.breaches(path, declarations)
     yield from blocks.breaches(path, declarations)
+    yield from menus.breaches(path, declarations)
 
 
 def main():

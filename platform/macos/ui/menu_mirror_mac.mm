@@ -93,9 +93,13 @@ NSMenuItem* _Nonnull MenuMirrorMac::makeRow(MenuItem& item) {
                             keyEquivalent:toNSString(item.keyEquivalent())];
     row.keyEquivalentModifierMask =
         static_cast<NSEventModifierFlags>(item.keyEquivalentModifiers());
-    TrovelMenuTarget* const target = [[TrovelMenuTarget alloc] initWithItem:item];
-    row.target = target;
-    row.representedObject = target; // which keeps it: a row holds its target weakly
+    // A row with a submenu gets AppKit's own action, -submenuAction:, and keeps the target that it
+    // has: with one that does not know this action, automatic enabling would make the row grey.
+    if (item.hasAction()) {
+        TrovelMenuTarget* const target = [[TrovelMenuTarget alloc] initWithItem:item];
+        row.target = target;
+        row.representedObject = target; // which keeps it: a row holds its target weakly
+    }
     if (item.submenu()) row.submenu = makeMenu(*item.submenu());
     show(item, row);
     rows_.emplace(&item, row);
