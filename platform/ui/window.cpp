@@ -174,15 +174,21 @@ void Window::receiveClick(View& view) {
     if (action) action();
 }
 
-void Window::receivePress(View const& view) {
+void Window::receivePress(View& view) {
     auto const self = shared_from_this();
+    auto const target = view.shared_from_this();
+    if (auto* const clicked = clickTarget(view)) {
+        receiveClick(*clicked);
+        return;
+    }
     auto const corner = view.convertFromWindow({0, 0});
     auto const bounds = view.bounds();
     MouseEvent event{
         MouseEvent::Kind::leftDown, {bounds.midX() - corner.x, bounds.midY() - corner.y}, 0};
-    receive(event);
+    makeFirstResponder(target.get());
+    target->mouseDown(event);
     event.kind = MouseEvent::Kind::leftUp;
-    receive(event);
+    target->mouseUp(event);
 }
 
 void Window::receiveCloseRequest() {

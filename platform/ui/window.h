@@ -115,8 +115,9 @@ public:
     void receivePointer(View& view, bool isInside);
     /// A view's click action, or a button that the desktop draws itself, was clicked.
     void receiveClick(View& view);
-    /// A screen reader pressed a view: a press and a release in the middle of it.
-    void receivePress(View const& view);
+    /// A screen reader pressed a view: a click on this very view, whatever lies in front of it and
+    /// whether or not its middle is inside the window.
+    void receivePress(View& view);
     /// The user asked for the window to be closed.
     void receiveCloseRequest();
     /// The window got the keyboard or lost it.

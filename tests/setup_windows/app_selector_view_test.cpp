@@ -171,6 +171,17 @@ TEST_F(AppSelectorTest, ReportsOnlyWhenTheRowShowsTheNewSelection) {
     EXPECT_THAT(shown, ElementsAre(ElementsAre("ChatGPT"), ElementsAre("MyTool")));
 }
 
+TEST_F(AppSelectorTest, AScreenReaderPressesTheOutermostTilesToo) {
+    storeCustomApp("MyTool", "com.example.tool");
+    make("MyTool");
+    window->receivePress(*selector->cards()[0]);
+    EXPECT_THAT(selectedNames(), ElementsAre("Claude"));
+    EXPECT_THAT(changes, ElementsAre("Claude"));
+    desktop.journal.clear();
+    window->receivePress(*selector->plusButton());
+    EXPECT_EQ(desktop.journal.count<effect::PanelShown>(), 1U);
+}
+
 TEST_F(AppSelectorTest, WithoutACallbackAClickSelectsAllTheSame) {
     make("Claude");
     selector->setOnSelectionChanged(nullptr);

@@ -51,7 +51,7 @@ public:
         auto const spoken = views();
         if (index < 0 || static_cast<std::size_t>(index) >= spoken.size()) return nullptr;
         auto& peer = *native().peer();
-        auto const& view = *spoken[static_cast<std::size_t>(index)];
+        auto& view = *spoken[static_cast<std::size_t>(index)];
         if (auto* const button = peer.buttonOf(view)) {
             return QAccessible::queryAccessibleInterface(button);
         }
@@ -94,7 +94,7 @@ void installAccessibleWindows() {
     QAccessible::setRootObject(qApp);
 }
 
-AccessibleView::AccessibleView(WindowPeerLinux& peer, std::weak_ptr<View const> view)
+AccessibleView::AccessibleView(WindowPeerLinux& peer, std::weak_ptr<View> view)
     : peer_(peer), view_(std::move(view)) {}
 
 bool AccessibleView::isSpoken(View const& view) {

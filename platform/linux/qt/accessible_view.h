@@ -18,7 +18,7 @@ void installAccessibleWindows();
 class AccessibleView final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     /// `peer` is that of the view's window and outlives it.
-    AccessibleView(WindowPeerLinux& peer, std::weak_ptr<View const> view);
+    AccessibleView(WindowPeerLinux& peer, std::weak_ptr<View> view);
 
     /// Whether there is anything to say about that view.
     [[nodiscard]] static bool isSpoken(View const& view);
@@ -45,7 +45,7 @@ public:
 
 private:
     WindowPeerLinux& peer_;
-    std::weak_ptr<View const> view_;
+    std::weak_ptr<View> view_;
 };
 
 } // namespace trovel

@@ -360,7 +360,7 @@ std::vector<View*> WindowPeerLinux::spokenViews() const {
     return spoken;
 }
 
-AccessibleView* WindowPeerLinux::accessible(View const& view) {
+AccessibleView* WindowPeerLinux::accessible(View& view) {
     auto const found = nodes_.find(&view);
     if (found == nodes_.end()) return nullptr;
     auto& accessible = found->second.accessible;

@@ -67,7 +67,7 @@ public:
 
     /// Those views that a screen reader reads out, in the order of the tree.
     [[nodiscard]] std::vector<View*> spokenViews() const;
-    [[nodiscard]] AccessibleView* accessible(View const& view);
+    [[nodiscard]] AccessibleView* accessible(View& view);
     [[nodiscard]] PushButton* buttonOf(View const& view) const;
     /// A view's frame in the widget's coordinates.
     [[nodiscard]] QRectF nativeFrame(View const& view) const;

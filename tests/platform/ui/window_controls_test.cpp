@@ -199,6 +199,19 @@ TEST_F(WindowControlsTest, AScreenReadersPressIsAClickInTheMiddle) {
     EXPECT_THAT(events, ElementsAre("down", "up"));
 }
 
+TEST_F(WindowControlsTest, AScreenReadersPressReachesAViewWhoseMiddleIsOutOfReach) {
+    auto const outside = std::make_shared<NotingView>(Rect{-70, 10, 100, 20}, events);
+    auto const behind = std::make_shared<View>(Rect{50, 50, 20, 20});
+    behind->setClickAction([this] { ++clicks; });
+    content->addSubview(outside);
+    content->addSubview(behind);
+    content->addSubview(std::make_shared<View>(Rect{40, 40, 60, 60}));
+    window->receivePress(*outside);
+    EXPECT_THAT(events, ElementsAre("down", "up"));
+    window->receivePress(*behind);
+    EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(WindowControlsTest, AViewTakesClicksThatAreMeantForItOrForOneAroundIt) {
     auto const card = std::make_shared<View>(Rect{50, 20, 100, 60});
     auto const label = std::make_shared<Label>(Rect{0, 0, 10, 10}, "text", Label::Look{});
