@@ -26,15 +26,17 @@ constexpr EventHotKeyId kHotKeyId{0x54524f56, 1}; // "TROV"
 
 } // namespace
 
-std::shared_ptr<AppDelegate> AppDelegate::make(WindowContext const& context, Product product) {
-    std::shared_ptr<AppDelegate> delegate(new AppDelegate(context, std::move(product)));
+std::shared_ptr<AppDelegate> AppDelegate::make(WindowContext const& context,
+                                               SharedUpdateManager& updates, Product product) {
+    std::shared_ptr<AppDelegate> delegate(new AppDelegate(context, updates, std::move(product)));
     delegate->makePipeline();
     return delegate;
 }
 
-AppDelegate::AppDelegate(WindowContext const& context, Product product)
-    : context_(context), platform_(context.platform), preferences_(platform_.preferences),
-      product_(std::move(product)),
+AppDelegate::AppDelegate(WindowContext const& context, SharedUpdateManager& updates,
+                         Product product)
+    : context_(context), updates_(updates), platform_(context.platform),
+      preferences_(platform_.preferences), product_(std::move(product)),
       screenshotManager_(std::make_shared<ScreenshotManager>(platform_)),
       aiAppDetector_(platform_.workspace, preferences_),
       autoPaster_(std::make_shared<AutoPaster>(platform_)) {}
@@ -90,7 +92,7 @@ StatusMenu::Actions AppDelegate::menuActions() {
         .showChangeHotkey = [this] { showChangeHotkey(); },
         .toggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); },
         .showPermissions = [this] { showPermissions(); },
-        .checkForUpdates = [this] { checkForUpdates(); },
+        .checkForUpdates = [this](MenuItem const& sender) { checkForUpdates(sender); },
         .showWhatsNew = [this] { showWhatsNew(); },
         .showHelp = [this] { showHelp(); },
         .showAbout = [this] { showAbout(); },
@@ -155,9 +157,8 @@ void AppDelegate::showPermissions() {
     showPermissionsWindow(context_, nullptr);
 }
 
-void AppDelegate::checkForUpdates() {
-    if (!updateManager_) updateManager_ = std::make_unique<UpdateManager>(platform_.updater);
-    updateManager_->checkForUpdates();
+void AppDelegate::checkForUpdates(MenuItem const& sender) {
+    updates_.get(platform_.updater).checkForUpdates(&sender);
 }
 
 void AppDelegate::showWhatsNew() {

@@ -20,8 +20,8 @@ namespace trovel {
 
 class AutoPaster;
 class ScreenshotManager;
+class SharedUpdateManager;
 class StatusItem;
-class UpdateManager;
 
 /// The application's delegate: it owns the status item with its menu, the global hotkey and the
 /// objects that live as long as the process, and every action of the user reaches the program
@@ -29,9 +29,9 @@ class UpdateManager;
 class AppDelegate final : public ApplicationDelegate,
                           public std::enable_shared_from_this<AppDelegate> {
 public:
-    /// Everything that `context` names must outlive the delegate.
-    [[nodiscard]] static std::shared_ptr<AppDelegate> make(WindowContext const& context,
-                                                           Product product);
+    /// Everything that `context` names, and `updates`, must outlive the delegate.
+    [[nodiscard]] static std::shared_ptr<AppDelegate>
+    make(WindowContext const& context, SharedUpdateManager& updates, Product product);
     ~AppDelegate();
 
     void applicationDidFinishLaunching() override;
@@ -49,7 +49,7 @@ public:
     void showChangeHotkey();
     void toggleLaunchAtLogin();
     void showPermissions();
-    void checkForUpdates();
+    void checkForUpdates(MenuItem const& sender);
     void showWhatsNew();
     void showHelp();
     void showAbout();
@@ -69,7 +69,7 @@ public:
     [[nodiscard]] StatusMenu& statusMenu();
 
 private:
-    AppDelegate(WindowContext const& context, Product product);
+    AppDelegate(WindowContext const& context, SharedUpdateManager& updates, Product product);
 
     static std::int32_t hotkeyPressed(void* userData);
     void makePipeline();
@@ -77,6 +77,7 @@ private:
     [[nodiscard]] StatusMenu::Actions menuActions();
 
     WindowContext context_;
+    SharedUpdateManager& updates_;
     Platform platform_;
     Preferences preferences_;
     Product product_;
@@ -86,8 +87,7 @@ private:
     std::shared_ptr<ScreenshotManager> screenshotManager_;
     AIAppDetector aiAppDetector_;
     std::shared_ptr<AutoPaster> autoPaster_;
-    std::optional<StatusMenu> statusMenu_;         // set when launching has finished
-    std::unique_ptr<UpdateManager> updateManager_; // made on the first check for updates
+    std::optional<StatusMenu> statusMenu_; // set when launching has finished
     std::optional<RunningApplication> previousFrontmostApp_;
     // The system holds a bare pointer to the delegate while the handler is installed; this
     // reference keeps it valid.

@@ -63,7 +63,7 @@ void StatusMenu::build() {
     items_.autoSendItem = add("Auto Send", plain(actions_.toggleAutoSend));
     menu_->addItem(MenuItem::separator());
     add("Permissions…", plain(actions_.showPermissions));
-    add("Check for Updates…", plain(actions_.checkForUpdates));
+    add("Check for Updates…", actions_.checkForUpdates);
     add("What's New…", plain(actions_.showWhatsNew));
     add("Help & Support…", plain(actions_.showHelp));
     add("About " + product_.displayName, plain(actions_.showAbout));

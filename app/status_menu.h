@@ -28,7 +28,7 @@ public:
         std::function<void()> showChangeHotkey;
         std::function<void()> toggleLaunchAtLogin;
         std::function<void()> showPermissions;
-        std::function<void()> checkForUpdates;
+        MenuItem::Action checkForUpdates;
         std::function<void()> showWhatsNew;
         std::function<void()> showHelp;
         std::function<void()> showAbout;

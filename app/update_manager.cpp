@@ -9,8 +9,16 @@ UpdateManager::UpdateManager(Updater& updater)
 
 UpdateManager::~UpdateManager() = default;
 
-void UpdateManager::checkForUpdates() {
-    updaterController_->checkForUpdates();
+void UpdateManager::checkForUpdates(MenuItem const* sender) {
+    updaterController_->checkForUpdates(sender);
+}
+
+SharedUpdateManager::SharedUpdateManager() = default;
+SharedUpdateManager::~SharedUpdateManager() = default;
+
+UpdateManager& SharedUpdateManager::get(Updater& updater) {
+    std::call_once(once_, [&] { manager_ = std::make_unique<UpdateManager>(updater); });
+    return *manager_;
 }
 
 } // namespace trovel

@@ -4,6 +4,8 @@
 
 namespace trovel {
 
+class MenuItem;
+
 /// The update framework's standard controller. It shows its own user interface and reports its own
 /// failures. Main thread only.
 class UpdaterController {
@@ -12,8 +14,9 @@ public:
     UpdaterController& operator=(UpdaterController const&) = delete;
     virtual ~UpdaterController() = default;
 
-    /// Looks for updates because the user asked for it.
-    virtual void checkForUpdates() = 0;
+    /// Looks for updates because the user asked for it. `sender` is the row of a menu that was
+    /// chosen for it, null when there was none.
+    virtual void checkForUpdates(MenuItem const* sender) = 0;
 
 protected:
     UpdaterController() = default;

@@ -1,10 +1,19 @@
 #include "platform/macos/updater_mac.h"
 
+#include "platform/macos/ui/menu_mirror_mac.h"
+
 #import <Sparkle/Sparkle.h>
 
 namespace trovel {
 
 namespace {
+
+NSMenuItem* _Nullable nativeRow(MenuItem const* sender) {
+    // Whatever mirrors a menu here is of this backend.
+    auto const* const mirror =
+        sender != nullptr ? static_cast<MenuMirrorMac const*>(sender->mirror()) : nullptr;
+    return mirror != nullptr ? mirror->row(*sender) : nil;
+}
 
 class StandardController final : public UpdaterController {
 public:
@@ -13,7 +22,9 @@ public:
                                                                 updaterDelegate:nil
                                                              userDriverDelegate:nil]) {}
 
-    void checkForUpdates() override { [native_ checkForUpdates:nil]; }
+    void checkForUpdates(MenuItem const* sender) override {
+        [native_ checkForUpdates:nativeRow(sender)];
+    }
 
 private:
     SPUStandardUpdaterController* _Nonnull native_;

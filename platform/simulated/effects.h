@@ -257,6 +257,7 @@ struct UpdaterMade {
     friend bool operator==(UpdaterMade const&, UpdaterMade const&) = default;
 };
 struct UpdatesChecked {
+    std::string sender; // the title of the menu row that was chosen; empty for none
     friend bool operator==(UpdatesChecked const&, UpdatesChecked const&) = default;
 };
 

@@ -149,7 +149,9 @@ public:
         stream_ << (e.isRegistered ? "LoginItemRegistered" : "LoginItemUnregistered");
     }
     void operator()(effect::UpdaterMade const&) { stream_ << "UpdaterMade"; }
-    void operator()(effect::UpdatesChecked const&) { stream_ << "UpdatesChecked"; }
+    void operator()(effect::UpdatesChecked const& effect) {
+        stream_ << "UpdatesChecked from \"" << effect.sender << '"';
+    }
     void operator()(effect::Noted const& e) { stream_ << "-- " << e.text; }
     void operator()(effect::FaultStruck const& e) {
         stream_ << "FaultStruck " << kOperationNames[static_cast<std::size_t>(e.operation)];

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/simulated/journal.h"
+#include "platform/ui/menu.h"
 #include "platform/updater.h"
 
 namespace trovel {
@@ -20,7 +21,10 @@ private:
     class Controller final : public UpdaterController {
     public:
         explicit Controller(Journal& journal) : journal_(journal) {}
-        void checkForUpdates() override { journal_.record(effect::UpdatesChecked{}); }
+        void checkForUpdates(MenuItem const* sender) override {
+            journal_.record(
+                effect::UpdatesChecked{sender != nullptr ? sender->title() : std::string()});
+        }
 
     private:
         Journal& journal_;

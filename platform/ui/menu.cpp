@@ -40,9 +40,12 @@ void MenuItem::setSubmenu(std::shared_ptr<Menu> submenu) {
     if (submenu_) submenu_->owner_ = this;
 }
 
+MenuMirror* MenuItem::mirror() const {
+    return menu_ != nullptr ? menu_->mirror() : nullptr;
+}
+
 void MenuItem::tellMirror() const {
-    auto* const mirror = menu_ != nullptr ? menu_->mirror() : nullptr;
-    if (mirror != nullptr) mirror->itemDidChange(*this);
+    if (auto* const told = mirror()) told->itemDidChange(*this);
 }
 
 void MenuItem::receiveChosen() {

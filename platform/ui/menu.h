@@ -63,6 +63,8 @@ public:
     [[nodiscard]] std::string const& keyEquivalent() const { return keyEquivalent_; }
     [[nodiscard]] EventFlags keyEquivalentModifiers() const { return keyEquivalentModifiers_; }
     [[nodiscard]] std::shared_ptr<Menu> const& submenu() const { return submenu_; }
+    /// What mirrors the menu that the item is a row of; null while nothing does.
+    [[nodiscard]] MenuMirror* mirror() const;
 
     /// The user chose the item. From the backend.
     void receiveChosen();

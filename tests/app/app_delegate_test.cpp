@@ -28,7 +28,7 @@ protected:
         return slots.sharedPermissionsWindow != nullptr;
     }
 
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, product);
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, updates, product);
 };
 
 TEST_F(AppDelegateTest, HasRegisteredNothingBeforeLaunch) {
@@ -163,7 +163,7 @@ TEST_F(AppDelegateTest, AHandlerWithoutUserDataHandlesNothing) {
         HotKeyHandler handler = nullptr;
     } service;
     auto const other =
-        AppDelegate::make({with(platform, platform.application, service), slots}, product);
+        AppDelegate::make({with(platform, platform.application, service), slots}, updates, product);
     other->registerHotkey(kDefaultHotkey);
     ASSERT_NE(service.handler, nullptr);
     EXPECT_EQ(service.handler(nullptr), -9874);

@@ -19,6 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 using effect::MenuItemChanged;
 using effect::PreferenceWritten;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -83,7 +84,7 @@ protected:
         return titles;
     }
 
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, product);
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, updates, product);
 };
 
 TEST_F(StatusMenuTest, HasFifteenRows) {
@@ -166,7 +167,7 @@ TEST_F(StatusMenuTest, TheTwoSwitchesAreRightFromTheStart) {
 
 TEST_F(StatusMenuTest, TheProductsNameIsInThreeRowsAndInAbout) {
     product.displayName = "Other";
-    auto const other = AppDelegate::make(context, product);
+    auto const other = AppDelegate::make(context, updates, product);
     desktop.application.setDelegate(other.get());
     launch();
     auto const rows = rowsOf(menu());
@@ -451,7 +452,7 @@ TEST_F(StatusMenuTest, WhatsNewAndHelpOpenThePageAndTheMailProgram) {
 TEST_F(StatusMenuTest, AddressesThatAreNoUrlsOpenAndReportNothing) {
     product.changelogUrl = "no address";
     product.supportEmail = "two words@example";
-    auto const other = AppDelegate::make(context, product);
+    auto const other = AppDelegate::make(context, updates, product);
     desktop.application.setDelegate(other.get());
     launch();
     EXPECT_TRUE(choose({"What's New…"}));
@@ -545,7 +546,21 @@ TEST_F(StatusMenuTest, TheUpdaterIsMadeByTheFirstCheckAndUsedByTheNext) {
     EXPECT_TRUE(choose({"Check for Updates…"}));
     EXPECT_TRUE(choose({"Check for Updates…"}));
     EXPECT_EQ(desktop.journal.count<effect::UpdaterMade>(), 1U);
+    EXPECT_THAT(desktop.journal.all<effect::UpdatesChecked>(),
+                Each(effect::UpdatesChecked{"Check for Updates…"}));
     EXPECT_EQ(desktop.journal.count<effect::UpdatesChecked>(), 2U);
+}
+
+TEST_F(StatusMenuTest, TheUpdaterOutlivesTheDelegateThatMadeIt) {
+    launch();
+    EXPECT_TRUE(choose({"Check for Updates…"}));
+    desktop.application.terminate();
+    delegate = AppDelegate::make(context, updates, product);
+    desktop.application.setDelegate(delegate.get());
+    launch();
+    EXPECT_TRUE(choose({"Check for Updates…"}));
+    EXPECT_EQ(desktop.journal.count<effect::UpdaterMade>(), 0U);
+    EXPECT_EQ(desktop.journal.count<effect::UpdatesChecked>(), 1U);
 }
 
 } // namespace

@@ -75,7 +75,7 @@ void addViews(std::vector<View*>& views, View& view) {
 
 RandomUser::RandomUser(std::uint64_t seed, int events)
     : random_(seed), swarm_(Swarm::draw(random_)), eventsLeft_(events), desktop_(random_.next()),
-      delegate_(AppDelegate::make({desktop_.platform(), slots_}, product())),
+      delegate_(AppDelegate::make({desktop_.platform(), slots_}, updates_, product())),
       invariants_(desktop_, *delegate_) {
     desktop_.application.setSelfActivation(swarm_.selfActivation);
     desktop_.alerts.setReadingTime(swarm_.readingTime);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/update_manager.h"
 #include "setup_windows/window_slots.h"
 #include "tests/fuzz/invariants.h"
 #include "tests/fuzz/swarm.h"
@@ -72,6 +73,7 @@ private:
     int eventsLeft_;
     SimulatedDesktop desktop_;
     WindowSlots slots_;
+    SharedUpdateManager updates_;
     std::shared_ptr<AppDelegate> delegate_;
     Invariants invariants_;
     std::uint32_t nextDisplay_ = 2;

@@ -1,4 +1,4 @@
-"""A row with a submenu is opened by AppKit's own action, -submenuAction:, which it sends to the row's
+"""A row with a submenu is opened by AppKit's own action, -submenuAction:, sent to the row's
 target if there is one. A target of ours does not know it, so automatic enabling makes the row grey:
 whoever gives rows submenus sets a target only where there is an action to send to it."""
 

@@ -45,7 +45,7 @@ protected:
 
     std::int32_t editor = 0;
     std::int32_t claude = 0;
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, product);
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, updates, product);
 };
 
 TEST_F(CaptureToChatTest, FromTheHotkeyToTheSentMessageToTheMillisecond) {

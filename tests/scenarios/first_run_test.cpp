@@ -47,7 +47,7 @@ protected:
 
     std::int32_t chat = 0;
     std::int32_t warp = 0;
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, product);
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, updates, product);
 };
 
 TEST_F(FirstRunTest, FromNothingToASentPicture) {
@@ -97,7 +97,7 @@ TEST_F(FirstRunTest, AClosedOnboardingComesBackAtTheNextLaunch) {
     slots.sharedOnboardingWindow->window()->receiveCloseRequest();
     desktop.application.terminate();
     delegate.reset();
-    delegate = AppDelegate::make(context, product);
+    delegate = AppDelegate::make(context, updates, product);
     desktop.application.setDelegate(delegate.get());
     desktop.application.launch();
     EXPECT_NE(slots.sharedOnboardingWindow, nullptr);

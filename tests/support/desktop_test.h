@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/product.h"
+#include "app/update_manager.h"
 #include "platform/simulated/simulated_desktop.h"
 #include "setup_windows/window_context.h"
 #include "setup_windows/window_slots.h"
@@ -18,6 +19,7 @@ protected:
     SimulatedDesktop desktop;
     Platform platform = desktop.platform();
     WindowSlots slots;
+    SharedUpdateManager updates;
     WindowContext context{platform, slots};
     Product product{.displayName = "Trovel",
                     .changelogUrl = "https://trovel.example/changelog",

@@ -15,7 +15,7 @@ public:
         : alerts_(alerts), advice_(std::move(advice)) {}
     ~AdvisingController() override = default;
 
-    void checkForUpdates() override {
+    void checkForUpdates(MenuItem const* /*sender*/) override {
         alerts_.runModal({"Trovel", advice_, AlertStyle::informational, {"OK"}, true});
     }
 

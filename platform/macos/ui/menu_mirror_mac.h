@@ -23,6 +23,8 @@ public:
     void itemDidChange(MenuItem const& item) override;
 
     [[nodiscard]] NSMenu* _Nonnull native() const { return native_; }
+    /// The native row of an item of this menu or its submenus; nil when it is none of theirs.
+    [[nodiscard]] NSMenuItem* _Nullable row(MenuItem const& item) const;
 
 private:
     NSMenu* _Nonnull makeMenu(Menu const& menu);

@@ -74,8 +74,13 @@ MenuMirrorMac::~MenuMirrorMac() {
 }
 
 void MenuMirrorMac::itemDidChange(MenuItem const& item) {
+    NSMenuItem* const native = row(item);
+    if (native != nil) show(item, native);
+}
+
+NSMenuItem* _Nullable MenuMirrorMac::row(MenuItem const& item) const {
     auto const found = rows_.find(&item);
-    if (found != rows_.end()) show(item, found->second);
+    return found != rows_.end() ? found->second : nil;
 }
 
 NSMenu* _Nonnull MenuMirrorMac::makeMenu(Menu const& menu) {

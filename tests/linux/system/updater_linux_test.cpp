@@ -22,7 +22,7 @@ TEST(UpdaterLinuxTest, ItSaysOnRequestHowThisCopyIsUpdated) {
     UpdaterLinux updater(alerts, "/usr/bin/trovel");
     auto const controller = updater.makeStandardController();
     EXPECT_TRUE(alerts.shown.empty());
-    controller->checkForUpdates();
+    controller->checkForUpdates(nullptr);
     ASSERT_EQ(alerts.shown.size(), 1U);
     EXPECT_EQ(alerts.shown[0].informativeText, updateAdvice("/usr/bin/trovel"));
 }
