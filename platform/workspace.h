@@ -25,7 +25,7 @@ public:
     runningApplicationsWithBundleIdentifier(std::string_view bundleIdentifier) const = 0;
 
     /// Opens `url` with the program that the user chose for its kind; a text that is no valid URL
-    /// opens nothing.
+    /// (platform/url_rules.h) opens nothing.
     virtual void openUrl(std::string_view url) = 0;
 
 protected:

@@ -1,6 +1,7 @@
 #include "platform/macos/workspace_mac.h"
 
 #include "platform/macos/bridge/convert.h"
+#include "platform/url_rules.h"
 
 #import <AppKit/AppKit.h>
 
@@ -52,6 +53,7 @@ WorkspaceMac::runningApplicationsWithBundleIdentifier(std::string_view bundleIde
 }
 
 void WorkspaceMac::openUrl(std::string_view url) {
+    if (kindOfUrl(url) == UrlKind::invalid) return;
     NSURL* const native = [NSURL URLWithString:toNSString(url)];
     if (native != nil) [NSWorkspace.sharedWorkspace openURL:native];
 }

@@ -1,6 +1,7 @@
 #include "platform/simulated/simulated_workspace.h"
 
 #include "platform/fatal.h"
+#include "platform/url_rules.h"
 
 #include <algorithm>
 #include <utility>
@@ -45,9 +46,7 @@ std::vector<RunningApplication> SimulatedWorkspace::runningApplicationsWithBundl
 }
 
 void SimulatedWorkspace::openUrl(std::string_view url) {
-    auto const colon = url.find(':');
-    if (colon == 0 || colon == std::string_view::npos || colon + 1 == url.size()) return;
-    if (url.find(' ') != std::string_view::npos) return;
+    if (kindOfUrl(url) == UrlKind::invalid) return;
     journal_.record(effect::UrlOpened{std::string(url)});
 }
 

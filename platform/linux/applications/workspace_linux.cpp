@@ -1,8 +1,8 @@
 #include "platform/linux/applications/workspace_linux.h"
 
 #include "platform/linux/applications/application_groups.h"
-#include "platform/linux/applications/url_rules.h"
 #include "platform/linux/system/child_process.h"
+#include "platform/url_rules.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "platform/linux/applications/url_rules.h"
+#include "platform/url_rules.h"
 
 #include <gtest/gtest.h>
 

@@ -5,12 +5,12 @@
 
 namespace trovel {
 
-/// What opening a text means on this desktop.
+/// What kind of address a text is.
 enum class UrlKind : std::uint8_t {
     invalid,
     /// A web page, or a new mail: the user's own program opens it.
     handler,
-    /// The privacy pane of another system's settings, which this one does not have.
+    /// The pane of macOS's settings for the grant to record the screen, by its exact address.
     privacySettings,
 };
 

@@ -1,6 +1,4 @@
-#include "platform/linux/applications/url_rules.h"
-
-#include "platform/linux/files/plain_text.h"
+#include "platform/url_rules.h"
 
 #include <algorithm>
 
@@ -17,6 +15,12 @@ bool isUrlCharacter(char character) {
         (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
     bool const isDigit = character >= '0' && character <= '9';
     return isLetter || isDigit || kMarks.contains(character);
+}
+
+/// Whether a scheme, in letters of either case, is the one of that name in small letters.
+bool isScheme(std::string_view scheme, std::string_view name) {
+    return std::ranges::equal(
+        scheme, name, [](char character, char letter) { return (character | 0x20) == letter; });
 }
 
 bool isWebAddress(std::string_view afterScheme) {
@@ -40,10 +44,11 @@ UrlKind kindOfUrl(std::string_view url) {
     if (colon == std::string_view::npos || !std::ranges::all_of(url, isUrlCharacter)) {
         return UrlKind::invalid;
     }
-    auto const scheme = asciiLowerCase(url.substr(0, colon));
+    auto const scheme = url.substr(0, colon);
     auto const rest = url.substr(colon + 1);
-    bool const isWeb = (scheme == "http" || scheme == "https") && isWebAddress(rest);
-    bool const isMail = scheme == "mailto" && isMailAddress(rest);
+    bool const isWeb =
+        (isScheme(scheme, "http") || isScheme(scheme, "https")) && isWebAddress(rest);
+    bool const isMail = isScheme(scheme, "mailto") && isMailAddress(rest);
     return isWeb || isMail ? UrlKind::handler : UrlKind::invalid;
 }
 
