@@ -75,7 +75,7 @@ void AppDelegate::applicationWillTerminate() {
 
 void AppDelegate::buildStatusItem() {
     statusItem_ = platform_.statusBar.makeSquareItem();
-    if (statusItem_->hasButton()) statusItem_->setButtonImage(statusIcon());
+    if (statusItem_->hasButton()) statusItem_->setButtonImage(statusIcon(product_.displayName));
     statusMenu_.emplace(platform_, product_, menuActions());
     statusMenu_->menu()->setWillOpen(weakCall(*this, &AppDelegate::menuWillOpen));
     statusItem_->setMenu(statusMenu_->menu());

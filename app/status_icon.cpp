@@ -3,6 +3,7 @@
 #include "platform/ui/canvas.h"
 
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace trovel {
@@ -38,8 +39,8 @@ bool drawStatusIcon(Canvas& canvas, Rect rect) {
 
 } // namespace
 
-DrawnImage statusIcon() {
-    return {{kSize, kSize}, drawStatusIcon, true};
+DrawnImage statusIcon(std::string name) {
+    return {{kSize, kSize}, drawStatusIcon, true, std::move(name)};
 }
 
 } // namespace trovel

@@ -3,6 +3,7 @@
 #include "platform/geometry.h"
 
 #include <functional>
+#include <string>
 
 namespace trovel {
 
@@ -15,6 +16,8 @@ struct DrawnImage {
     std::function<bool(Canvas& canvas, Rect rect)> draw;
     /// Whether only its shape counts and the desktop colours it to fit what is behind it.
     bool isTemplate = false;
+    /// What a screen reader says of it where nothing else names it; empty for nothing.
+    std::string accessibilityDescription{};
 };
 
 } // namespace trovel

@@ -359,6 +359,7 @@ TEST_F(StatusMenuTest, TheButtonShowsTheIcon) {
     ASSERT_NE(desktop.statusBar.image(), nullptr);
     EXPECT_EQ(desktop.statusBar.image()->size, (Size{18, 18}));
     EXPECT_TRUE(desktop.statusBar.image()->isTemplate);
+    EXPECT_EQ(desktop.statusBar.image()->accessibilityDescription, "Trovel");
 }
 
 // The hotkey.

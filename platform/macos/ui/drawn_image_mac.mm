@@ -19,6 +19,9 @@ NSImage* _Nonnull toNSImage(DrawnImage const& image) {
                   return enter([&] { return (*shared)(canvas, fromNSRect(rect)); });
                 }];
     [native setTemplate:image.isTemplate];
+    if (!image.accessibilityDescription.empty()) {
+        native.accessibilityDescription = toNSString(image.accessibilityDescription);
+    }
     return native;
 }
 

@@ -72,6 +72,7 @@ APPKIT_EXTERN const NSFontWeight NSFontWeightSemibold;
 APPKIT_EXTERN const NSFontWeight NSFontWeightBold;
 APPKIT_EXTERN NSAttributedStringKey const NSFontAttributeName;
 APPKIT_EXTERN NSAttributedStringKey const NSForegroundColorAttributeName;
+APPKIT_EXTERN NSNotificationName NSSystemColorsDidChangeNotification;
 typedef NSString* NSDeviceDescriptionKey;
 typedef NSString* NSImageName;
 APPKIT_EXTERN NSImageName const NSImageNameApplicationIcon;
@@ -263,6 +264,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
                             backing:(NSBackingStoreType)backingStoreType
                               defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
 - (nullable instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
+@property(class) BOOL allowsAutomaticWindowTabbing API_AVAILABLE_MAC(10.12);
 @property(copy) NSString* title;
 @property NSWindowTitleVisibility titleVisibility;
 @property BOOL titlebarAppearsTransparent;
@@ -397,6 +399,7 @@ APPKIT_EXTERN void NSRectFillUsingOperation(NSRect rect, NSCompositingOperation 
     API_AVAILABLE_MAC(11.0);
 - (instancetype)initWithCGImage:(CGImageRef)cgImage size:(NSSize)size;
 - (void)setTemplate:(BOOL)isTemplate;
+@property(nullable, copy) NSString* accessibilityDescription;
 @property(nullable, readonly, copy) NSData* TIFFRepresentation;
 - (nullable CGImageRef)CGImageForProposedRect:(nullable NSRect*)proposedDestRect
                                       context:(nullable NSGraphicsContext*)referenceContext

@@ -220,6 +220,15 @@ FOUNDATION_EXPORT NSRunLoopMode const NSRunLoopCommonModes;
 @interface NSNotification : NSObject <NSCopying>
 @end
 
+typedef NSString* NSNotificationName;
+@interface NSNotificationCenter : NSObject
+@property(class, readonly, strong) NSNotificationCenter* defaultCenter;
+- (void)addObserver:(id)observer
+           selector:(SEL)aSelector
+               name:(nullable NSNotificationName)aName
+             object:(nullable id)anObject;
+@end
+
 typedef NSString* NSAttributedStringKey;
 FOUNDATION_EXPORT void NSLog(NSString* format, ...) __attribute__((format(__NSString__, 1, 2)));
 NS_ASSUME_NONNULL_END
