@@ -37,6 +37,8 @@ namespace trovel {
 
 ApplicationMac::ApplicationMac() : application_(NSApplication.sharedApplication) {
     [application_ setActivationPolicy:NSApplicationActivationPolicyAccessory];
+    // Windows of one program that stay apart: a user who prefers tabs would get a tab bar in them.
+    NSWindow.allowsAutomaticWindowTabbing = NO;
 }
 
 bool ApplicationMac::environmentHas(std::string_view name) const {
