@@ -1,6 +1,9 @@
 """A method that a class defines must be declared: in its interface or an extension, in a superclass
 or in a protocol that one of them adopts. This finds the misspelt override or delegate method, which
-a compiler takes for one more method."""
+a compiler takes for one more method.
+
+A method that a subclass of the system's adds must bear our name: one without could be called or
+overridden under the same name by the system's own class, which declares far from everything."""
 
 from apple_clang import CONTAINERS, METHODS, Kind, class_name, is_class_method
 
@@ -37,6 +40,15 @@ class Declared:
         return parent is not None and self.knows(parent, method)
 
 
+    def is_added(self, name, method):
+        """Whether no superclass or protocol of a subclass of the system's knows that method."""
+        parent = self.superclass.get(name)
+        if parent in (None, "NSObject") or self.knows(parent, method):
+            return False
+        adopted = self.adopted.get((False, name), ())
+        return not any(self.knows(other, method, True) for other in adopted)
+
+
 def breaches(path, declarations):
     declared = Declared(declarations)
     for implementation in declarations:
@@ -45,8 +57,9 @@ def breaches(path, declarations):
         for method in implementation.get_children():
             if method.kind not in METHODS or method.spelling.startswith(".cxx"):
                 continue
-            if not declared.knows(
-                    implementation.spelling, (is_class_method(method), method.spelling)):
-                line = method.location.line
-                yield f"{path}:{line}: [{implementation.spelling} {method.spelling}] is declared " \
-                      "nowhere"
+            name, key = implementation.spelling, (is_class_method(method), method.spelling)
+            said = f"{path}:{method.location.line}: [{name} {method.spelling}]"
+            if not declared.knows(name, key):
+                yield f"{said} is declared nowhere"
+            elif declared.is_added(name, key) and "trovel" not in method.spelling.lower():
+                yield f"{said} may be a name of the system's own"

@@ -4,6 +4,7 @@
 
 /// The mirror of a view that draws itself.
 @interface TrovelCanvasView : TrovelView
-- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView&)view NS_DESIGNATED_INITIALIZER;
-- (nonnull instancetype)initWithView:(trovel::View&)view NS_UNAVAILABLE;
+- (nonnull instancetype)initWithTrovelCanvasView:(trovel::CanvasView&)view
+    NS_DESIGNATED_INITIALIZER;
+- (nonnull instancetype)initWithTrovelView:(trovel::View&)view NS_UNAVAILABLE;
 @end

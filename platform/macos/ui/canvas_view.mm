@@ -9,8 +9,8 @@
     std::weak_ptr<trovel::CanvasView const> canvasView_;
 }
 
-- (nonnull instancetype)initWithCanvasView:(trovel::CanvasView&)view {
-    self = [super initWithView:view];
+- (nonnull instancetype)initWithTrovelCanvasView:(trovel::CanvasView&)view {
+    self = [super initWithTrovelView:view];
     if (self != nil) {
         canvasView_ = std::static_pointer_cast<trovel::CanvasView const>(view.shared_from_this());
     }

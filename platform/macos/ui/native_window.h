@@ -9,7 +9,7 @@ class Window;
 /// The native window. Keys come to it, because no native view takes them, and go to the tree, which
 /// also closes it. It refers to the window weakly.
 @interface TrovelWindow : NSWindow
-- (nonnull instancetype)initWithWindow:(trovel::Window&)window NS_DESIGNATED_INITIALIZER;
+- (nonnull instancetype)initWithTrovelWindow:(trovel::Window&)window NS_DESIGNATED_INITIALIZER;
 - (nonnull instancetype)initWithContentRect:(NSRect)contentRect
                                   styleMask:(NSWindowStyleMask)style
                                     backing:(NSBackingStoreType)backingStoreType

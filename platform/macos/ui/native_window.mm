@@ -28,7 +28,7 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
     std::weak_ptr<trovel::Window> window_;
 }
 
-- (nonnull instancetype)initWithWindow:(trovel::Window&)window {
+- (nonnull instancetype)initWithTrovelWindow:(trovel::Window&)window {
     auto const& attributes = window.attributes();
     self = [super initWithContentRect:trovel::toNSRect(attributes.contentRect)
                             styleMask:static_cast<NSWindowStyleMask>(attributes.styleMask)

@@ -8,15 +8,15 @@
 /// AppKit shows of the view's kind fills it. It hands the mouse to the window's tree, which knows
 /// whom an event is for; only buttons take clicks by themselves. It refers to the view weakly.
 @interface TrovelView : NSView
-- (nonnull instancetype)initWithView:(trovel::View&)view NS_DESIGNATED_INITIALIZER;
+- (nonnull instancetype)initWithTrovelView:(trovel::View&)view NS_DESIGNATED_INITIALIZER;
 - (nonnull instancetype)initWithFrame:(NSRect)frame NS_UNAVAILABLE;
 - (nullable instancetype)initWithCoder:(nonnull NSCoder*)coder NS_UNAVAILABLE;
 
 /// Applies what the view is now, apart from its subviews.
-- (void)update;
+- (void)trovelUpdate;
 
 /// Shows exactly these mirrors in it, from back to front.
-- (void)showMirrors:(nonnull NSArray<TrovelView*>*)mirrors;
+- (void)trovelShowMirrors:(nonnull NSArray<TrovelView*>*)mirrors;
 @end
 
 namespace trovel {

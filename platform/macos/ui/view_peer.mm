@@ -7,6 +7,7 @@
 #include "platform/macos/ui/layer_mac.h"
 #include "platform/macos/ui/view_contents.h"
 #include "platform/macos/ui/view_events.h"
+#include "platform/macos/ui/view_speech.h"
 
 #include <memory>
 
@@ -31,19 +32,19 @@ bool isShownOnly(View const& view) {
     }
 }
 
-NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
-    switch (role) {
-    case trovel::AccessibilityInfo::Role::button:
-        return NSAccessibilityButtonRole;
-    }
+NSTrackingArea* _Nonnull makeTrackingArea(TrovelView* _Nonnull owner) {
+    return [[NSTrackingArea alloc] initWithRect:NSMakeRect(0, 0, 0, 0)
+                                        options:NSTrackingMouseEnteredAndExited |
+                                                NSTrackingActiveAlways | NSTrackingInVisibleRect
+                                          owner:owner
+                                       userInfo:nil];
 }
 
 } // namespace
 
 @interface TrovelView ()
-- (void)speak:(trovel::AccessibilityInfo const&)info;
-- (void)trackPointer;
-- (void)buttonClicked:(nonnull id)sender;
+- (void)trovelButtonClicked:(nonnull id)sender;
+- (void)trovelSystemColorsDidChange:(nonnull NSNotification*)notification;
 @end
 
 @implementation TrovelView {
@@ -53,13 +54,18 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
     NSTrackingArea* trackingArea_; // nil until the view asks for it
 }
 
-- (nonnull instancetype)initWithView:(trovel::View&)view {
+- (nonnull instancetype)initWithTrovelView:(trovel::View&)view {
     self = [super initWithFrame:trovel::toNSRect(view.frame())];
     if (self != nil) {
         view_ = view.weak_from_this();
         mirrors_ = @[];
-        contents_ = trovel::makeContents(view, self, @selector(buttonClicked:));
+        contents_ = trovel::makeContents(view, self, @selector(trovelButtonClicked:));
         if (contents_ != nil) self.subviews = @[ contents_ ];
+        // Held weakly. Another accent colour alone is no other appearance.
+        [NSNotificationCenter.defaultCenter addObserver:self
+                                               selector:@selector(trovelSystemColorsDidChange:)
+                                                   name:NSSystemColorsDidChangeNotification
+                                                 object:nil];
     }
     return self;
 }
@@ -68,7 +74,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
     trovel::fatal("init(coder:) has not been implemented");
 }
 
-- (void)update {
+- (void)trovelUpdate {
     auto const view = view_.lock();
     if (!view) return;
     self.frame = trovel::toNSRect(view->frame());
@@ -78,11 +84,13 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
         trovel::updateContents(contents_, *view);
     }
     if (view->layer()) trovel::applyLayerStyle(*view->layer(), self);
-    if (view->accessibility()) [self speak:*view->accessibility()];
-    if (view->tracksPointer()) [self trackPointer];
+    if (view->accessibility()) trovel::speak(*view->accessibility(), self);
+    if (!view->tracksPointer() || trackingArea_ != nil) return;
+    trackingArea_ = makeTrackingArea(self);
+    [self addTrackingArea:trackingArea_];
 }
 
-- (void)showMirrors:(nonnull NSArray<TrovelView*>*)mirrors {
+- (void)trovelShowMirrors:(nonnull NSArray<TrovelView*>*)mirrors {
     if ([mirrors isEqualToArray:mirrors_]) return;
     mirrors_ = mirrors;
     // Only what lies inside an effect is drawn with its vibrancy.
@@ -98,28 +106,14 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
     self.subviews = subviews;
 }
 
-// A role alone does not show a view to assistive programs.
-- (void)speak:(trovel::AccessibilityInfo const&)info {
-    self.accessibilityElement = YES;
-    self.accessibilityRole = toNative(info.role);
-    self.accessibilityLabel = trovel::toNSString(info.label);
-    self.accessibilityValue = info.value.empty() ? nil : trovel::toNSString(info.value);
-}
-
-- (void)trackPointer {
-    if (trackingArea_ != nil) return;
-    trackingArea_ =
-        [[NSTrackingArea alloc] initWithRect:NSMakeRect(0, 0, 0, 0)
-                                     options:NSTrackingMouseEnteredAndExited |
-                                             NSTrackingActiveAlways | NSTrackingInVisibleRect
-                                       owner:self
-                                    userInfo:nil];
-    [self addTrackingArea:trackingArea_];
-}
-
-// A layer's colours were resolved in the appearance of before.
+// A layer's colours were resolved as they were before.
 - (void)viewDidChangeEffectiveAppearance {
     [super viewDidChangeEffectiveAppearance];
+    auto const view = view_.lock();
+    if (view && view->layer()) trovel::applyLayerStyle(*view->layer(), self);
+}
+
+- (void)trovelSystemColorsDidChange:(nonnull NSNotification*)notification {
     auto const view = view_.lock();
     if (view && view->layer()) trovel::applyLayerStyle(*view->layer(), self);
 }
@@ -173,7 +167,7 @@ NSAccessibilityRole _Nonnull toNative(trovel::AccessibilityInfo::Role role) {
     if (trackingArea_ != nil) trovel::sendPointer(false, view_);
 }
 
-- (void)buttonClicked:(nonnull id)sender {
+- (void)trovelButtonClicked:(nonnull id)sender {
     trovel::sendClick(view_);
 }
 
@@ -191,9 +185,9 @@ namespace trovel {
 TrovelView* _Nonnull makeViewPeer(View& view) {
     TrovelView* const mirror =
         view.kind() == ViewKind::canvas
-            ? [[TrovelCanvasView alloc] initWithCanvasView:static_cast<CanvasView&>(view)]
-            : [[TrovelView alloc] initWithView:view];
-    [mirror update];
+            ? [[TrovelCanvasView alloc] initWithTrovelCanvasView:static_cast<CanvasView&>(view)]
+            : [[TrovelView alloc] initWithTrovelView:view];
+    [mirror trovelUpdate];
     return mirror;
 }
 

@@ -49,7 +49,7 @@ void apply(WindowAttributes const& attributes, NSWindow* _Nonnull native) {
 } // namespace
 
 WindowPeerMac::WindowPeerMac(Window& window)
-    : window_(window), native_([[TrovelWindow alloc] initWithWindow:window]) {}
+    : window_(window), native_([[TrovelWindow alloc] initWithTrovelWindow:window]) {}
 
 WindowPeerMac::~WindowPeerMac() {
     [native_ close];
@@ -71,7 +71,7 @@ void WindowPeerMac::windowDidChange() {
 void WindowPeerMac::viewDidChange(View const& view) {
     mirrorContent();
     auto const found = mirrors_.find(&view);
-    if (found != mirrors_.end()) [found->second update];
+    if (found != mirrors_.end()) [found->second trovelUpdate];
     viewNeedsDisplay(view);
 }
 
@@ -116,7 +116,7 @@ TrovelView* _Nonnull WindowPeerMac::mirror(View& view, Mirrors& former) {
     NSMutableArray<TrovelView*>* const mirrors = [NSMutableArray array];
     for (auto const& subview : view.subviews())
         [mirrors addObject:mirror(*subview, former)];
-    [native showMirrors:mirrors];
+    [native trovelShowMirrors:mirrors];
     return native;
 }
 
