@@ -51,6 +51,11 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
     return window && window->canBecomeKey();
 }
 
+// An overlay can be over an alert or an open panel, whose modal loop would keep the mouse from it.
+- (BOOL)worksWhenModal {
+    return self.styleMask == NSWindowStyleMaskBorderless && self.canBecomeKeyWindow;
+}
+
 - (void)becomeKeyWindow {
     [super becomeKeyWindow];
     sendKeyState(true, window_);

@@ -19,7 +19,10 @@ static NSControlStateValue const NSControlStateValueOn = 1;
 typedef NSInteger NSModalResponse;
 static NSModalResponse const NSModalResponseOK = 1;
 typedef NSInteger NSWindowLevel;
-typedef NSUInteger NSWindowStyleMask;
+typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
+    NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1
+};
 typedef NSUInteger NSWindowCollectionBehavior;
 typedef NSUInteger NSEventModifierFlags;
 typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
@@ -281,6 +284,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 @property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(readonly) BOOL canBecomeKeyWindow;
+@property(readonly) BOOL worksWhenModal;
 @property(readonly, getter=isKeyWindow) BOOL keyWindow;
 - (NSRect)frameRectForContentRect:(NSRect)contentRect;
 - (void)setFrame:(NSRect)frameRect display:(BOOL)flag;
