@@ -61,6 +61,16 @@ std::string firstCharacter(std::string const& text) {
     return text.substr(0, length);
 }
 
+LayerStyle cardStyle(bool isSelected) {
+    LayerStyle style;
+    style.cornerRadius = kTileCornerRadius;
+    style.backgroundColor =
+        isSelected ? Color::system(Color::Name::controlAccent, 0.1) : Color::clear();
+    style.borderWidth = isSelected ? 2 : 1;
+    style.borderColor = isSelected ? kAccent : kSeparatorColor;
+    return style;
+}
+
 DrawnImage letterIcon(std::string const& name, double size) {
     TextAttributes const attributes{Font::system(size * 0.5, Font::Weight::semibold),
                                     kSecondaryLabelColor};
@@ -136,13 +146,11 @@ void AppCard::setupViews() {
 }
 
 void AppCard::updateAppearance() {
-    LayerStyle style;
-    style.cornerRadius = kTileCornerRadius;
-    style.backgroundColor =
-        isSelectedState_ ? Color::system(Color::Name::controlAccent, 0.1) : Color::clear();
-    style.borderWidth = isSelectedState_ ? 2 : 1;
-    style.borderColor = isSelectedState_ ? kAccent : kSeparatorColor;
-    setLayer(style);
+    setLayer(cardStyle(isSelectedState_));
+}
+
+void AppCard::fadeToAppearance() {
+    platform_.animator.runGroup(kSelectionFade, [this] { updateAppearance(); });
 }
 
 void AppCard::updateAccessibility() {
@@ -153,7 +161,16 @@ void AppCard::updateAccessibility() {
 void AppCard::setSelected(bool isSelected) {
     isSelectedState_ = isSelected;
     updateAccessibility();
-    platform_.animator.runGroup(kSelectionFade, [this] { updateAppearance(); });
+    fadeToAppearance();
+}
+
+// The group that was run when the card was made had nothing on the screen to fade.
+void AppCard::willAppear() {
+    if (isSelectedState_) setLayer(cardStyle(false));
+}
+
+void AppCard::didAppear() {
+    if (isSelectedState_) fadeToAppearance();
 }
 
 void AppCard::setOnClick(std::function<void(std::string const&)> onClick) {

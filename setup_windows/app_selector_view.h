@@ -39,10 +39,13 @@ public:
     void mouseDown(MouseEvent const& event) override;
     void mouseEntered() override;
     void mouseExited() override;
+    void willAppear() override;
+    void didAppear() override;
 
 private:
     void setupViews();
     void updateAppearance();
+    void fadeToAppearance();
     void updateAccessibility();
     void fadeBackgroundTo(Color color);
 

@@ -20,9 +20,19 @@ void View::didChange() const {
 
 void View::addSubview(std::shared_ptr<View> view) {
     view->removeFromSuperview();
+    auto const* const owner = window();
+    bool const appears = owner != nullptr && owner->isVisible();
+    if (appears) view->tell(&View::willAppear);
     view->superview_ = this;
-    subviews_.push_back(std::move(view));
+    subviews_.push_back(view);
     didChange();
+    if (appears) view->tell(&View::didAppear);
+}
+
+void View::tell(void (View::*step)()) {
+    (this->*step)();
+    auto const told = subviews_;
+    for (auto const& view : told) view->tell(step);
 }
 
 void View::removeFromSuperview() {

@@ -62,6 +62,12 @@ public:
     /// the responder chain.
     void setClickAction(std::function<void()> action);
 
+    /// The view is about to be on the screen for the first time, and is there now: with its window,
+    /// or as what comes into a window that is shown already. What is set before is shown from the
+    /// start, and what is faded afterwards is seen fading.
+    virtual void willAppear() {}
+    virtual void didAppear() {}
+
     /// Asks for the view to be drawn again in the next turn of the main loop at the latest.
     void setNeedsDisplay();
 
@@ -98,6 +104,9 @@ protected:
 
 private:
     friend class Window;
+
+    /// Tells this view and all that is in it.
+    void tell(void (View::*step)());
 
     Rect frame_;
     bool isHidden_ = false;

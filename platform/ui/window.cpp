@@ -62,21 +62,30 @@ void Window::setAttributes(WindowAttributes attributes) {
 
 void Window::setContentView(std::shared_ptr<View> view) {
     if (contentView_) contentView_->window_ = nullptr;
+    auto const appearing = isVisible_ ? view : nullptr;
+    if (appearing) appearing->tell(&View::willAppear);
     contentView_ = std::move(view);
     if (contentView_) contentView_->window_ = this;
     if (peer_) peer_->windowDidChange();
+    if (appearing) appearing->tell(&View::didAppear);
+}
+
+void Window::show(void (WindowPeer::*order)()) {
+    isVisible_ = true;
+    auto const appearing = std::exchange(hasAppeared_, true) ? nullptr : contentView_;
+    if (appearing) appearing->tell(&View::willAppear);
+    (peer().*order)();
+    if (appearing) appearing->tell(&View::didAppear);
 }
 
 void Window::orderFrontRegardless() {
-    isVisible_ = true;
-    peer().orderFrontRegardless();
+    show(&WindowPeer::orderFrontRegardless);
 }
 
 void Window::makeKeyAndOrderFront() {
-    isVisible_ = true;
     // A window that gets the keyboard without anybody having been chosen starts with its content.
     if (firstResponder() == nullptr) makeFirstResponder(contentView_.get());
-    peer().makeKeyAndOrderFront();
+    show(&WindowPeer::makeKeyAndOrderFront);
 }
 
 void Window::orderOut() {

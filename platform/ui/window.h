@@ -127,6 +127,8 @@ private:
     friend class View;
 
     WindowPeer& peer();
+    /// Shows the window by that order to its mirror.
+    void show(void (WindowPeer::*order)());
 
     WindowHost& host_;
     WindowAttributes attributes_;
@@ -136,6 +138,7 @@ private:
     WindowDelegate* delegate_ = nullptr;
     Responder* nextResponder_ = nullptr;
     bool isVisible_ = false;
+    bool hasAppeared_ = false; // it was on the screen once
     bool isKeyWindow_ = false;
     std::unique_ptr<WindowPeer> peer_; // the first to go: it refers to all of the above
 };

@@ -128,6 +128,35 @@ TEST_F(AppSelectorTest, EveryCardFadesInWhenTheRowIsBuilt) {
                 ElementsAreArray(std::vector<Effect>(5, AnimationGroupRun{150ms})));
 }
 
+TEST_F(AppSelectorTest, TheFirstSelectedLookFadesInWhenItsWindowIsOnTheScreen) {
+    selector = AppSelectorView::make(platform, kFrame, "Gemini");
+    window->setContentView(selector);
+    desktop.journal.clear();
+    window->makeKeyAndOrderFront();
+    EXPECT_THAT(effectsOf(desktop.journal),
+                ElementsAre(Effect(effect::OrderedFront{1}), Effect(effect::MadeKey{1}),
+                            Effect(AnimationGroupRun{150ms})));
+    EXPECT_EQ(backgroundOf(*selector->cards()[2]), "controlAccent at 0.1");
+    window->orderOut();
+    desktop.journal.clear();
+    window->makeKeyAndOrderFront();
+    EXPECT_EQ(desktop.journal.count<AnimationGroupRun>(), 0U);
+}
+
+TEST_F(AppSelectorTest, TheSelectedLookFadesInFromThePlainOne) {
+    auto const row = AppSelectorView::make(platform, kFrame, "Gemini");
+    auto& card = *row->cards()[2];
+    auto& plain = *row->cards()[1];
+    card.willAppear();
+    plain.willAppear();
+    EXPECT_EQ(card.layer(), plain.layer());
+    desktop.journal.clear();
+    card.didAppear();
+    plain.didAppear();
+    EXPECT_EQ(backgroundOf(card), "controlAccent at 0.1");
+    EXPECT_THAT(effectsOf(desktop.journal), ElementsAre(Effect(AnimationGroupRun{150ms})));
+}
+
 TEST_F(AppSelectorTest, ANameWithoutACardSelectsNothingUntilTheFirstClick) {
     for (auto const& name : {std::optional<std::string>(), std::optional<std::string>("Safari"),
                              std::optional<std::string>("claude")}) {
@@ -271,6 +300,13 @@ TEST_F(AppSelectorTest, AChosenApplicationIsStoredShownSelectedAndReported) {
     EXPECT_EQ(selector->selectedName(), "MyTool");
     EXPECT_THAT(selectedNames(), ElementsAre("MyTool"));
     EXPECT_THAT(changes, ElementsAre("MyTool"));
+}
+
+TEST_F(AppSelectorTest, TheCardOfAChosenApplicationFadesInOnceItIsOnTheScreen) {
+    make("Claude");
+    chooseInPanel("/Applications/Tool.app", {"com.example.tool", "MyTool"});
+    // One a card while the row is built, and one when the selected card is there.
+    EXPECT_EQ(desktop.journal.count<AnimationGroupRun>(), 7U);
 }
 
 TEST_F(AppSelectorTest, ASecondChoiceReplacesTheFirst) {

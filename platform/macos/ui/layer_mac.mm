@@ -3,6 +3,8 @@
 #include "platform/macos/bridge/convert.h"
 #include "platform/macos/ui/appkit_values.h"
 
+#import <QuartzCore/QuartzCore.h>
+
 namespace trovel {
 
 namespace {

@@ -73,6 +73,20 @@ private:
     std::vector<std::string>& events_;
 };
 
+/// Notes when it comes on the screen.
+class AppearingView final : public View {
+public:
+    AppearingView(std::string name, std::vector<std::string>& told)
+        : View({0, 0, 10, 10}), name_(std::move(name)), told_(told) {}
+
+    void willAppear() override { told_.push_back(name_ + " will"); }
+    void didAppear() override { told_.push_back(name_ + " did"); }
+
+private:
+    std::string name_;
+    std::vector<std::string>& told_;
+};
+
 WindowAttributes const kTitled{.contentRect = {0, 0, 200, 100},
                                .styleMask = kStyleTitled | kStyleClosable};
 
@@ -160,6 +174,36 @@ TEST_F(WindowControlsTest, TheMirrorIsToldWhenTheChangeIsThereToBeSeen) {
     attributes.title = "Title";
     window->setAttributes(attributes);
     EXPECT_EQ(host.title, "Title");
+}
+
+TEST_F(WindowControlsTest, ViewsAreToldOnceWhenTheyComeOnTheScreenWithTheirWindow) {
+    auto const outer = std::make_shared<AppearingView>("outer", host.told);
+    outer->addSubview(std::make_shared<AppearingView>("inner", host.told));
+    content->addSubview(outer);
+    EXPECT_THAT(host.told, IsEmpty());
+    window->orderFrontRegardless();
+    EXPECT_THAT(host.told, ElementsAre("outer will", "inner will", "window", "front", "outer did",
+                                       "inner did"));
+    host.told.clear();
+    window->makeKeyAndOrderFront();
+    window->orderOut();
+    window->orderFrontRegardless();
+    EXPECT_THAT(host.told, ElementsAre("key", "out", "front"));
+}
+
+TEST_F(WindowControlsTest, AViewThatComesIntoAShownWindowIsToldAroundItsMirroring) {
+    window->makeKeyAndOrderFront();
+    host.told.clear();
+    content->addSubview(std::make_shared<AppearingView>("late", host.told));
+    EXPECT_THAT(host.told, ElementsAre("late will", "view", "late did"));
+    host.told.clear();
+    window->setContentView(std::make_shared<AppearingView>("other", host.told));
+    EXPECT_THAT(host.told, ElementsAre("other will", "window", "other did"));
+    window->orderOut();
+    host.told.clear();
+    window->contentView()->addSubview(std::make_shared<AppearingView>("hidden", host.told));
+    window->setContentView(content);
+    EXPECT_THAT(host.told, ElementsAre("view", "window"));
 }
 
 TEST_F(WindowControlsTest, TheMirrorIsToldOfViewsThatComeAndGoAndOfAnotherContent) {

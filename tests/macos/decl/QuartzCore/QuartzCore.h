@@ -15,4 +15,8 @@ NS_ASSUME_NONNULL_BEGIN
 @property CGFloat shadowRadius;
 @end
 
+@interface CATransaction : NSObject
++ (void)flush;
+@end
+
 NS_ASSUME_NONNULL_END
