@@ -10,6 +10,8 @@ using KeyCode = std::uint32_t;
 
 inline constexpr KeyCode kKeyV = 9;
 inline constexpr KeyCode kKeyReturn = 36;
+inline constexpr KeyCode kKeyTab = 48;
+inline constexpr KeyCode kKeySpace = 49;
 inline constexpr KeyCode kKeyEscape = 53;
 
 /// Modifier flags of events (NSEventModifierFlags, which CGEventFlags shares).

@@ -25,7 +25,8 @@ std::shared_ptr<Window> makeWindow(Platform const& platform) {
     auto window = std::make_shared<Window>(
         platform.windows, WindowAttributes{.contentRect = content,
                                            .styleMask = kStyleTitled | kStyleClosable,
-                                           .title = "Change Hotkey"});
+                                           .title = "Change Hotkey",
+                                           .takesEveryKey = true});
     window->setContentView(std::make_shared<View>(content));
     return window;
 }

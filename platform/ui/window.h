@@ -44,6 +44,8 @@ struct WindowAttributes {
     bool titlebarAppearsTransparent = false;
     bool isTitleHidden = false;
     bool isMovableByBackground = false;
+    /// Every key is the window's own: none moves the focus between its controls or presses one.
+    bool takesEveryKey = false;
 
     friend bool operator==(WindowAttributes const&, WindowAttributes const&) = default;
 };

@@ -42,6 +42,7 @@ TEST_F(HotkeyRecorderTest, IsASmallTitledWindow) {
     expected.contentRect = {0, 0, 360, 160};
     expected.styleMask = 3;
     expected.title = "Change Hotkey";
+    expected.takesEveryKey = true;
     EXPECT_EQ(shown().window()->attributes(), expected);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/macos/bridge/convert.h"
 #include "platform/macos/bridge/entry.h"
 #include "platform/macos/ui/appkit_values.h"
+#include "platform/ui/keyboard_navigation.h"
 #include "platform/ui/window.h"
 
 #include <memory>
@@ -42,6 +43,7 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
         self.animationBehavior = NSWindowAnimationBehaviorNone;
         // AppKit would take a pushed cursor back at the window's edge.
         [self disableCursorRects];
+        self.autorecalculatesKeyViewLoop = YES; // views come and go
     }
     return self;
 }
@@ -73,7 +75,21 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
 }
 
 - (void)keyDown:(nonnull NSEvent*)event {
-    sendKey(trovel::toKeyEvent(event), window_);
+    auto const window = window_.lock();
+    if (!window) return;
+    auto const key = trovel::toKeyEvent(event);
+    switch (trovel::navigationKey(*window, key)) {
+    case trovel::NavigationKey::next:
+        [self selectNextKeyView:nil];
+        return;
+    case trovel::NavigationKey::previous:
+        [self selectPreviousKeyView:nil];
+        return;
+    case trovel::NavigationKey::press:
+    case trovel::NavigationKey::none:
+        sendKey(key, window_);
+        return;
+    }
 }
 
 - (void)flagsChanged:(nonnull NSEvent*)event {

@@ -6,6 +6,7 @@
 #include "platform/ui/button.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
+#include "platform/ui/window.h"
 
 namespace trovel {
 
@@ -35,8 +36,6 @@ NSImageScaling toNative(ImageScaling scaling) {
 
 NSButton* _Nonnull makeButton(id _Nonnull target, SEL _Nonnull action) {
     NSButton* const button = [[NSButton alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
-    // Keys are the window's: its tree knows which of them press a button.
-    button.refusesFirstResponder = YES;
     button.bezelStyle = NSBezelStylePush;
     button.target = target;
     button.action = action;
@@ -75,6 +74,9 @@ void update(NSTextField* _Nonnull field, Label const& label) {
 
 void update(NSButton* _Nonnull native, Button const& button) {
     auto const& look = button.look();
+    // Where the keyboard goes from button to button is AppKit's affair and the user's setting.
+    auto const* const window = button.window();
+    native.refusesFirstResponder = window != nullptr && window->attributes().takesEveryKey;
     native.title = toNSString(button.title());
     native.enabled = button.isEnabled();
     native.bordered = look.isBordered;
@@ -109,6 +111,20 @@ NSView* _Nullable makeContents(View const& view, id _Nonnull target, SEL _Nonnul
         return makeSeparator();
     case ViewKind::visualEffect:
         return makeEffectView();
+    }
+}
+
+bool isShownOnly(View const& view) {
+    switch (view.kind()) {
+    case ViewKind::label:
+    case ViewKind::imageView:
+    case ViewKind::separator:
+        return true;
+    case ViewKind::container:
+    case ViewKind::button:
+    case ViewKind::visualEffect:
+    case ViewKind::canvas:
+        return false;
     }
 }
 

@@ -7,6 +7,7 @@
 #include "platform/macos/ui/layer_mac.h"
 #include "platform/macos/ui/view_contents.h"
 #include "platform/macos/ui/view_events.h"
+#include "platform/macos/ui/view_keyboard.h"
 #include "platform/macos/ui/view_speech.h"
 
 #include <memory>
@@ -16,21 +17,6 @@ namespace {
 using trovel::MouseEvent;
 using trovel::View;
 using trovel::ViewKind;
-
-/// Whether what AppKit shows of the view is for the eye alone.
-bool isShownOnly(View const& view) {
-    switch (view.kind()) {
-    case ViewKind::label:
-    case ViewKind::imageView:
-    case ViewKind::separator:
-        return true;
-    case ViewKind::container:
-    case ViewKind::button:
-    case ViewKind::visualEffect:
-    case ViewKind::canvas:
-        return false;
-    }
-}
 
 NSTrackingArea* _Nonnull makeTrackingArea(TrovelView* _Nonnull owner) {
     return [[NSTrackingArea alloc] initWithRect:NSMakeRect(0, 0, 0, 0)
@@ -121,7 +107,7 @@ NSTrackingArea* _Nonnull makeTrackingArea(TrovelView* _Nonnull owner) {
 - (nullable NSView*)hitTest:(NSPoint)point {
     NSView* const hit = [super hitTest:point];
     auto const view = view_.lock();
-    return hit != nil && view && isShownOnly(*view) ? self : hit;
+    return hit != nil && view && trovel::isShownOnly(*view) ? self : hit;
 }
 
 - (BOOL)mouseDownCanMoveWindow {
@@ -138,8 +124,25 @@ NSTrackingArea* _Nonnull makeTrackingArea(TrovelView* _Nonnull owner) {
 - (BOOL)performKeyEquivalent:(nonnull NSEvent*)event {
     if ([super performKeyEquivalent:event]) return YES;
     if (self.window.contentView != self || !self.window.keyWindow) return NO;
+    if (trovel::isNavigation(event, view_)) return NO;
     [self.window keyDown:event];
     return YES;
+}
+
+- (BOOL)acceptsFirstResponder {
+    return trovel::takesKeyboard(view_);
+}
+
+- (void)keyDown:(nonnull NSEvent*)event {
+    if (!trovel::pressByKey(event, view_)) [super keyDown:event];
+}
+
+- (NSRect)focusRingMaskBounds {
+    return self.bounds;
+}
+
+- (void)drawFocusRingMask {
+    [trovel::outline(view_) fill];
 }
 
 - (void)mouseDown:(nonnull NSEvent*)event {

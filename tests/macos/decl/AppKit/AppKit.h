@@ -85,6 +85,7 @@ DECL_MAIN_THREAD
 @interface NSResponder : NSObject <NSCoding>
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 - (nullable instancetype)initWithCoder:(NSCoder*)coder NS_DESIGNATED_INITIALIZER;
+@property(readonly) BOOL acceptsFirstResponder;
 - (void)mouseDown:(NSEvent*)event;
 - (void)rightMouseDown:(NSEvent*)event;
 - (void)mouseUp:(NSEvent*)event;
@@ -109,6 +110,7 @@ DECL_MAIN_THREAD
 - (void)run;
 - (void)terminate:(nullable id)sender;
 @property(readonly, getter=isRunning) BOOL running;
+@property(readonly, getter=isFullKeyboardAccessEnabled) BOOL fullKeyboardAccessEnabled;
 - (void)activate API_AVAILABLE_MAC(14.0);
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
@@ -181,6 +183,8 @@ DECL_MAIN_THREAD
 @property(nullable, readonly, assign) NSWindow* window;
 - (nullable NSView*)hitTest:(NSPoint)point;
 @property(readonly) BOOL mouseDownCanMoveWindow;
+@property(readonly) NSRect focusRingMaskBounds;
+- (void)drawFocusRingMask;
 - (void)addTrackingArea:(NSTrackingArea*)trackingArea;
 - (void)viewDidChangeEffectiveAppearance;
 @property(readonly, strong) NSAppearance* effectiveAppearance;
@@ -291,6 +295,9 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 - (void)becomeKeyWindow;
 - (void)resignKeyWindow;
 - (void)disableCursorRects;
+@property BOOL autorecalculatesKeyViewLoop;
+- (void)selectNextKeyView:(nullable id)sender;
+- (void)selectPreviousKeyView:(nullable id)sender;
 @property NSWindowAnimationBehavior animationBehavior;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 - (void)orderFrontRegardless;
