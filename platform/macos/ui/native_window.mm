@@ -3,6 +3,7 @@
 #include "platform/macos/bridge/convert.h"
 #include "platform/macos/bridge/entry.h"
 #include "platform/macos/ui/appkit_values.h"
+#include "platform/macos/ui/cursors_mac.h"
 #include "platform/ui/keyboard_navigation.h"
 #include "platform/ui/window.h"
 
@@ -41,8 +42,8 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
         self.releasedWhenClosed = NO; // ARC owns it
         // A window that fades out would still be in a picture taken after orderOut.
         self.animationBehavior = NSWindowAnimationBehaviorNone;
-        // AppKit would take a pushed cursor back at the window's edge.
-        [self disableCursorRects];
+        // AppKit would take the overlay's cursor back at the window's edge.
+        if (self.styleMask == NSWindowStyleMaskBorderless) [self disableCursorRects];
         self.autorecalculatesKeyViewLoop = YES; // views come and go
     }
     return self;
@@ -60,6 +61,13 @@ void sendKey(trovel::KeyEvent const& event, std::weak_ptr<trovel::Window> const&
 
 - (void)becomeKeyWindow {
     [super becomeKeyWindow];
+    // Perhaps long after the session pushed its cursor. If it is yet to do so, in this very turn,
+    // the cursor that its pop brings back has to be the one of before.
+    __weak TrovelWindow* const weak = self;
+    [NSRunLoop.mainRunLoop performInModes:@[ NSRunLoopCommonModes ]
+                                    block:^{
+                                      trovel::showCrosshair(weak);
+                                    }];
     sendKeyState(true, window_);
 }
 

@@ -60,6 +60,7 @@ typedef NS_ENUM(NSInteger, NSVisualEffectBlendingMode) {
 typedef NS_ENUM(NSInteger, NSVisualEffectState) { NSVisualEffectStateActive = 1 };
 typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
     NSTrackingMouseEnteredAndExited = 0x01,
+    NSTrackingMouseMoved = 0x02,
     NSTrackingActiveAlways = 0x80,
     NSTrackingInVisibleRect = 0x200
 };
@@ -90,6 +91,7 @@ DECL_MAIN_THREAD
 - (void)rightMouseDown:(NSEvent*)event;
 - (void)mouseUp:(NSEvent*)event;
 - (void)mouseDragged:(NSEvent*)event;
+- (void)mouseMoved:(NSEvent*)event;
 - (void)mouseEntered:(NSEvent*)event;
 - (void)mouseExited:(NSEvent*)event;
 - (void)keyDown:(NSEvent*)event;
@@ -290,6 +292,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 @property(readonly) BOOL canBecomeKeyWindow;
 @property(readonly) BOOL worksWhenModal;
 @property(readonly, getter=isKeyWindow) BOOL keyWindow;
+@property(readonly, getter=isVisible) BOOL visible;
 - (NSRect)frameRectForContentRect:(NSRect)contentRect;
 - (void)setFrame:(NSRect)frameRect display:(BOOL)flag;
 - (void)becomeKeyWindow;
@@ -330,6 +333,7 @@ DECL_MAIN_THREAD
 @property(class, readonly, strong) NSCursor* crosshairCursor;
 + (void)pop;
 - (void)push;
+- (void)set;
 @end
 
 @interface NSColor : NSObject <NSCopying, NSSecureCoding>
