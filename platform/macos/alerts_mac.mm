@@ -29,6 +29,12 @@ void AlertsMac::runModal(Alert const& alert) {
     }
     for (auto const& title : alert.buttons)
         [native addButtonWithTitle:toNSString(title)];
+    // The application need not be active, and what has not been asked for comes up behind others.
+    NSWindow* const window = native.window;
+    [NSRunLoop.mainRunLoop performInModes:@[ NSModalPanelRunLoopMode ]
+                                    block:^{
+                                      [window orderFrontRegardless];
+                                    }];
     [native runModal];
 }
 

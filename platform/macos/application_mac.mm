@@ -35,6 +35,18 @@
 
 namespace trovel {
 
+namespace {
+
+bool isWindowUp(NSApplication* _Nonnull application) {
+    for (NSWindow* window in application.windows) {
+        // The status item has a window, too, but none with a title bar.
+        if (window.visible && (window.styleMask & NSWindowStyleMaskTitled) != 0) return true;
+    }
+    return false;
+}
+
+} // namespace
+
 ApplicationMac::ApplicationMac() : application_(NSApplication.sharedApplication) {
     [application_ setActivationPolicy:NSApplicationActivationPolicyAccessory];
     // Windows of one program that stay apart: a user who prefers tabs would get a tab bar in them.
@@ -61,6 +73,18 @@ void ApplicationMac::terminate() {
 
 void ApplicationMac::activate() {
     [application_ activate];
+    // Since macOS 14 that is a request, answered in a later turn, and an accessory application that
+    // was not clicked may be refused. A window that was opened for the user is worth another one.
+    constexpr NSTimeInterval kPatience = 0.2;
+    NSApplication* const application = application_;
+    NSTimer* const timer =
+        [NSTimer timerWithTimeInterval:kPatience
+                               repeats:NO
+                                 block:^(NSTimer* _Nonnull) {
+                                   if (application.active || !isWindowUp(application)) return;
+                                   [application activateIgnoringOtherApps:YES];
+                                 }];
+    [NSRunLoop.mainRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
 }
 
 void ApplicationMac::activateIgnoringOtherApps() {

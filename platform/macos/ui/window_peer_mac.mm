@@ -86,6 +86,9 @@ void WindowPeerMac::orderFrontRegardless() {
 
 void WindowPeerMac::makeKeyAndOrderFront() {
     [native_ makeKeyAndOrderFront:nil];
+    // While the application is inactive, that orders it in front of the application's own windows
+    // only. The overlay has ordered its windows itself, and in its own order.
+    if ((native_.styleMask & NSWindowStyleMaskTitled) != 0) [native_ orderFrontRegardless];
 }
 
 void WindowPeerMac::orderOut() {

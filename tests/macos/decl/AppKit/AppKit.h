@@ -77,6 +77,7 @@ APPKIT_EXTERN const NSFontWeight NSFontWeightBold;
 APPKIT_EXTERN NSAttributedStringKey const NSFontAttributeName;
 APPKIT_EXTERN NSAttributedStringKey const NSForegroundColorAttributeName;
 APPKIT_EXTERN NSNotificationName NSSystemColorsDidChangeNotification;
+APPKIT_EXTERN NSRunLoopMode const NSModalPanelRunLoopMode;
 typedef NSString* NSDeviceDescriptionKey;
 typedef NSString* NSImageName;
 APPKIT_EXTERN NSImageName const NSImageNameApplicationIcon;
@@ -113,6 +114,8 @@ DECL_MAIN_THREAD
 - (void)terminate:(nullable id)sender;
 @property(readonly, getter=isRunning) BOOL running;
 @property(readonly, getter=isFullKeyboardAccessEnabled) BOOL fullKeyboardAccessEnabled;
+@property(readonly, getter=isActive) BOOL active;
+@property(readonly, copy) NSArray<NSWindow*>* windows;
 - (void)activate API_AVAILABLE_MAC(14.0);
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
@@ -470,6 +473,7 @@ DECL_MAIN_THREAD
 @property NSAlertStyle alertStyle;
 @property(null_resettable, strong) NSImage* icon;
 - (NSButton*)addButtonWithTitle:(NSString*)title;
+@property(readonly, strong) NSWindow* window;
 - (NSModalResponse)runModal;
 @end
 
