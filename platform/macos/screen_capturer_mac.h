@@ -8,7 +8,8 @@
 
 namespace trovel {
 
-/// ScreenCaptureKit. Its handlers run on a queue of the framework, and the worker waits for them.
+/// ScreenCaptureKit. Its handlers run on a queue of the framework, and the worker waits for them,
+/// up to two minutes each: without an answer the error is the system's text for a time-out.
 class ScreenCapturerMac final : public ScreenCapturer {
 public:
     ScreenCapturerMac() = default;

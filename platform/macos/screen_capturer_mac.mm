@@ -4,6 +4,8 @@
 #include "platform/macos/bridge/convert.h"
 #include "platform/macos/bridge/image_mac.h"
 
+#include <cerrno>
+#include <chrono>
 #include <utility>
 
 namespace trovel {
@@ -12,6 +14,18 @@ namespace {
 
 std::unexpected<std::string> failure(NSError* _Nullable error) {
     return std::unexpected(fromNSString(error.localizedDescription));
+}
+
+std::unexpected<std::string> timeOut() {
+    return failure([NSError errorWithDomain:NSPOSIXErrorDomain code:ETIMEDOUT userInfo:nil]);
+}
+
+/// Whether the answer came in time. A service that never answers must not take the worker along.
+bool isAnswered(dispatch_semaphore_t _Nonnull answered) {
+    // The system may be asking the user meanwhile.
+    constexpr std::chrono::nanoseconds kPatience = std::chrono::seconds(120);
+    return dispatch_semaphore_wait(answered, dispatch_time(DISPATCH_TIME_NOW, kPatience.count())) ==
+           0;
 }
 
 SCStreamConfiguration* _Nonnull toNative(StreamConfiguration const& configuration) {
@@ -38,7 +52,8 @@ ScreenCapturer::Result<std::vector<CaptureDisplay>> ScreenCapturerMac::shareable
                                    error = problem;
                                    dispatch_semaphore_signal(answered);
                                  }];
-    dispatch_semaphore_wait(answered, DISPATCH_TIME_FOREVER);
+    // An answer that comes later finds its variables in the block, which frees them.
+    if (!isAnswered(answered)) return timeOut();
     if (content == nil) return failure(error);
     displays_.clear();
     std::vector<CaptureDisplay> displays;
@@ -69,7 +84,7 @@ ScreenCapturerMac::captureImage(CaptureDisplay const& display,
                error = problem;
                dispatch_semaphore_signal(answered);
              }];
-    dispatch_semaphore_wait(answered, DISPATCH_TIME_FOREVER);
+    if (!isAnswered(answered)) return timeOut();
     if (!image) return failure(error);
     return std::make_shared<PixelImageMac>(std::move(image));
 }

@@ -11,6 +11,7 @@ extern "C" {
 Boolean AXIsProcessTrusted(void);
 Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef _Nullable options);
 AXUIElementRef _Nonnull AXUIElementCreateApplication(pid_t pid) CF_RETURNS_RETAINED;
+AXError AXUIElementSetMessagingTimeout(AXUIElementRef _Nonnull element, float timeoutInSeconds);
 AXError AXUIElementCopyAttributeValue(AXUIElementRef _Nonnull element,
                                       CFStringRef _Nonnull attribute,
                                       CFTypeRef _Nullable* _Nonnull CF_RETURNS_RETAINED value);

@@ -114,7 +114,13 @@ typedef NSUInteger NSDataWritingOptions;
 @property(readonly) NSTimeInterval timeIntervalSince1970;
 @end
 
+typedef NSString* NSErrorDomain;
+typedef NSString* NSErrorUserInfoKey;
+FOUNDATION_EXPORT NSErrorDomain const NSPOSIXErrorDomain;
 @interface NSError : NSObject <NSCopying>
++ (instancetype)errorWithDomain:(NSErrorDomain)domain
+                           code:(NSInteger)code
+                       userInfo:(nullable NSDictionary<NSErrorUserInfoKey, id>*)dict;
 @property(readonly, copy) NSString* localizedDescription;
 @end
 
@@ -178,6 +184,7 @@ struct NSOperatingSystemVersion {
 typedef struct NSOperatingSystemVersion NSOperatingSystemVersion;
 
 @interface NSProcessInfo : NSObject
+@property(readonly) NSTimeInterval systemUptime;
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly, copy) NSDictionary<NSString*, NSString*>* environment;
 @property(readonly) int processIdentifier;
