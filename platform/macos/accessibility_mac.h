@@ -4,7 +4,9 @@
 
 namespace trovel {
 
-/// The accessibility interface. Each read is a message to the other application and waits for it.
+/// The accessibility interface. Each read is a message to the other application and waits for it,
+/// up to a second. A look into an application, from the question for its windows to the last one
+/// about a window that it gave, takes up to two: reads that come later fail.
 class AccessibilityMac final : public Accessibility {
 public:
     AccessibilityMac() = default;
@@ -12,6 +14,9 @@ public:
     [[nodiscard]] WindowPtr focusedWindow(std::int32_t processIdentifier) const override;
     [[nodiscard]] std::optional<std::vector<WindowPtr>>
     windows(std::int32_t processIdentifier) const override;
+
+private:
+    mutable double end_ = 0; // of the look that was begun last, in seconds of the system's uptime
 };
 
 } // namespace trovel
