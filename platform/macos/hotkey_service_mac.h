@@ -53,7 +53,7 @@ private:
     std::map<EventHotKeyRef, HotKey> hotKeys_;
     std::uintptr_t nextHotKey_ = 1;
     int suspensions_ = 0;
-    bool isResuming_ = false; // a suspension has ended, and a key is still waited for
+    bool isResuming_ = false; // a suspension has ended, and a look at the keys is to come
 };
 
 } // namespace trovel

@@ -4,11 +4,19 @@
 
 #import <CoreGraphics/CoreGraphics.h>
 
-#include <algorithm>
 #include <bit>
 #include <utility>
 
 namespace trovel {
+
+namespace {
+
+bool isKeyDown(std::uint32_t keyCode) {
+    return CGEventSourceKeyState(kCGEventSourceStateCombinedSessionState,
+                                 static_cast<CGKeyCode>(keyCode));
+}
+
+} // namespace
 
 OSStatus HotkeyServiceMac::hotKeyPressed(::EventHandlerCallRef, ::EventRef,
                                          void* userData) noexcept {
@@ -64,27 +72,25 @@ Registration HotkeyServiceMac::suspend() {
 }
 
 void HotkeyServiceMac::endSuspension() {
-    if (--suspensions_ > 0 || isResuming_) return;
-    isResuming_ = true;
-    resume();
+    if (--suspensions_ == 0 && !isResuming_) resume();
 }
 
 void HotkeyServiceMac::resume() {
     // Carbon reports a press once, but says nothing of a hot key that is registered while its key
     // is down, as the one is that was just recorded: its repetitions might count as a press.
+    // So each waits until its own key is up, whatever becomes of the others'.
     constexpr std::chrono::milliseconds kInterval{20};
-    bool const isKeyDown = std::ranges::any_of(hotKeys_, [](auto const& each) {
-        return CGEventSourceKeyState(kCGEventSourceStateCombinedSessionState,
-                                     static_cast<CGKeyCode>(each.second.keyCode));
-    });
-    if (isKeyDown) {
-        queue_.after(kInterval, [this] { resume(); });
-        return;
-    }
     isResuming_ = false;
     if (suspensions_ > 0) return;
-    for (auto& [reference, hotKey] : hotKeys_)
-        take(hotKey);
+    for (auto& [reference, hotKey] : hotKeys_) {
+        if (hotKey.native != nullptr) continue;
+        if (isKeyDown(hotKey.keyCode)) {
+            isResuming_ = true;
+        } else {
+            take(hotKey);
+        }
+    }
+    if (isResuming_) queue_.after(kInterval, [this] { resume(); });
 }
 
 void HotkeyServiceMac::take(HotKey& hotKey) {
