@@ -1,11 +1,16 @@
-# Every warning is an error, on GCC 12 and Clang 19 alike.
+# No warning on GCC 12, Clang 19 and the workflow's Xcode. Whoever builds with another compiler or a
+# newer SDK may get some, which stop nobody.
+option(TROVEL_WARNINGS_AS_ERRORS "Fail the build on a warning" OFF)
 set(TROVEL_WARNINGS
-  -Wall -Wextra -Werror -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Wswitch-enum
   -Wnull-dereference -Wformat=2)
 set(TROVEL_CLANG_WARNINGS -Wextra-semi -Wunused-member-function)
 add_library(trovel_warnings INTERFACE)
 target_compile_options(trovel_warnings INTERFACE ${TROVEL_WARNINGS})
+if(TROVEL_WARNINGS_AS_ERRORS)
+  target_compile_options(trovel_warnings INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   target_compile_options(trovel_warnings INTERFACE ${TROVEL_CLANG_WARNINGS})
   if(NOT APPLE)

@@ -1,5 +1,6 @@
-"""check_flags.py COMPILE_COMMANDS: how the build for a Mac compiles. Every source says which standard
-it is of, and Objective-C++ is counted by ARC."""
+"""check_flags.py COMPILE_COMMANDS: how the build for a Mac compiles. Every source says which
+standard it is of, Objective-C++ is counted by ARC, and a user's newer SDK may warn without stopping
+the build."""
 
 import json
 import shlex
@@ -13,6 +14,8 @@ def breaches(source, flags):
         yield f"{source} is compiled without a standard"
     if source.endswith(".mm") and "-fobjc-arc" not in flags:
         yield f"{source} is compiled without ARC"
+    if "-Werror" in flags:
+        yield f"{source} takes warnings for errors"
 
 
 def main():
