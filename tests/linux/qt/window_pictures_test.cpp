@@ -94,6 +94,13 @@ protected:
         setDark(false);
     }
 
+    /// Lets what fades in reach its look.
+    void letFadesEnd() {
+        world.runUntil([begin = std::chrono::steady_clock::now()] {
+            return std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(200);
+        });
+    }
+
     static void setDark(bool isDark) {
         QApplication::setPalette(appearancePalette(isDark));
         QCoreApplication::processEvents();
@@ -109,6 +116,7 @@ protected:
 TEST_F(WindowPictures, Onboarding) {
     showOnboardingWindow(context);
     ASSERT_TRUE(slots.sharedOnboardingWindow);
+    letFadesEnd();
     write("onboarding");
     auto const& content = *slots.sharedOnboardingWindow->window()->contentView();
     auto const card = std::ranges::find_if(content.subviews(), [](auto const& view) {
@@ -118,9 +126,7 @@ TEST_F(WindowPictures, Onboarding) {
     auto const& selector = static_cast<AppSelectorView&>(**card);
     selector.cards()[2]->mouseEntered();
     selector.cards()[1]->mouseDown({});
-    world.runUntil([begin = std::chrono::steady_clock::now()] {
-        return std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(200);
-    });
+    letFadesEnd();
     write("onboarding-chosen");
 }
 
@@ -129,6 +135,7 @@ TEST_F(WindowPictures, ChangeApp) {
     desktop.preferences.store("customAppBundleID", std::string("org.example.paint.desktop"));
     desktop.preferences.store("preferredAIApp", std::string("Paint"));
     showChangeAppWindow(context);
+    letFadesEnd();
     write("change-app");
 }
 
