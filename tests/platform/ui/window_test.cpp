@@ -58,7 +58,8 @@ TEST(WindowAttributesTest, DescribeAPlainOpaqueWindowAtFirst) {
                                     .title = "",
                                     .titlebarAppearsTransparent = false,
                                     .isTitleHidden = false,
-                                    .isMovableByBackground = false};
+                                    .isMovableByBackground = false,
+                                    .takesEveryKey = false};
     EXPECT_EQ(WindowAttributes{}, expected);
 }
 
