@@ -69,6 +69,12 @@ class Processes:
         with open(self.log_path(name), encoding="utf-8", errors="replace") as log:
             return log.read()
 
+    def kept_waiting(self):
+        """Seconds in which the desktop's processes and this one had something to do and no
+        processor to do it, all together: what a busy machine adds to their times at most."""
+        numbers = [os.getpid(), *(process.pid for process in self._running)]
+        return sum(_kept_waiting(number) for number in numbers)
+
     def running(self, binary):
         """The numbers of the desktop's processes that run `binary`, whoever started them."""
         home = f"HOME={self.environment['HOME']}".encode()
@@ -90,6 +96,14 @@ class Processes:
             os.killpg(process.pid, number)
         except ProcessLookupError:
             pass
+
+
+def _kept_waiting(number):
+    try:
+        with open(f"/proc/{number}/schedstat", encoding="ascii") as file:
+            return int(file.read().split()[1]) / 1e9
+    except FileNotFoundError:  # It has ended.
+        return 0
 
 
 def own_mounts(processes):

@@ -81,14 +81,17 @@ class Observer(abc.ABC):
         wait_until(is_settled, "the screen has come to rest", timeout)
         return equal[-1]
 
+    def is_painted(self, rectangle):
+        """Whether most of the pixels of `rectangle` have one colour, as a window's have that has
+        painted itself, and not the pattern that lies behind it."""
+        width, height = rectangle[2:]
+        count, _ = max(self.screenshot(rectangle).getcolors(width * height))
+        return count > width * height // 2
+
     def painted(self, rectangle):
-        """The pixels of `rectangle` as soon as most of them have one colour, as a window's have
-        that has painted itself, and they have stopped changing. What lies behind must not be so."""
-        def is_painted():
-            width, height = rectangle[2:]
-            count, _ = max(self.screenshot(rectangle).getcolors(width * height))
-            return count > width * height // 2
-        wait_until(is_painted, "a window has painted itself")
+        """The pixels of `rectangle` as soon as a window has painted them and they have stopped
+        changing."""
+        wait_until(lambda: self.is_painted(rectangle), "a window has painted itself")
         return self.settled(rectangle)
 
     @abc.abstractmethod

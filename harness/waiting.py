@@ -1,6 +1,5 @@
 """Waiting for something to become true, by looking."""
 
-import threading
 import time
 
 POLL_SECONDS = 0.005
@@ -32,30 +31,6 @@ def moment_when(predicate, what):
         return False
     wait_until(is_true, what)
     return times[0], time.monotonic()
-
-
-class Metronome:
-    """Knows how late this machine wakes those who sleep: what a program that counts its time in
-    tenths of a second cannot make good."""
-
-    _STEP = 0.1
-
-    def __init__(self):
-        self.lateness = 0.0  # seconds since the construction, all steps together
-        self._stopped = threading.Event()
-        self._thread = threading.Thread(target=self._run, daemon=True)
-        self._thread.start()
-
-    def stop(self):
-        self._stopped.set()
-        self._thread.join()
-
-    def _run(self):
-        before = time.monotonic()
-        while not self._stopped.wait(self._STEP):
-            now = time.monotonic()
-            self.lateness += now - before - self._STEP
-            before = now
 
 
 def stays_true(predicate, seconds):

@@ -42,7 +42,7 @@ class Screen(Desktop):
         width, height = self.size
         wallpaper = f"{self.folder}/wallpaper.png"
         self.processes.run("convert", "-size", f"{width}x{height}", "-seed", "7",
-                           "plasma:steelblue-tan", wallpaper, timeout=60)
+                           "plasma:steelblue-tan", wallpaper, timeout=600)
         self.processes.run("hsetroot", "-fill", wallpaper)
         for i in range(6):
             dark = i % 2 == 0

@@ -10,7 +10,7 @@ from Xlib import X
 from harness import driver, pattern
 from harness.desktop import Desktop
 from harness.session import Monitor
-from harness.waiting import wait_until
+from harness.waiting import moment_when, wait_until
 from harness.x11.observer import XObserver
 
 
@@ -65,6 +65,36 @@ class HarnessTest(unittest.TestCase):
             desktop.driver.release(driver.CONTROL)
             self.assertEqual(desktop.observer.held_keys(), [])
             self.assertFalse(desktop.observer.held_buttons())
+
+    def test_a_grab_is_seen_and_the_question_leaves_the_keyboard_free(self):
+        with Desktop() as desktop:
+            other = XObserver(desktop.session.server.display)
+            self.assertTrue(desktop.observer.is_keyboard_free())
+            other.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
+            other.display.sync()
+            self.assertFalse(desktop.observer.is_keyboard_free())
+            self.assertTrue(desktop.observer.is_pointer_free())
+            self.assertFalse(desktop.observer.is_input_free())
+            other.display.ungrab_keyboard(X.CurrentTime)
+            other.display.sync()
+            self.assertTrue(desktop.observer.is_input_free())
+            other.close()
+
+    def test_a_window_that_shows_what_lies_behind_it_has_not_painted_itself(self):
+        area = (100, 100, 200, 150)
+        with Desktop() as desktop:
+            desktop.paint()
+            other = XObserver(desktop.session.server.display)
+            window = other.root.create_window(*area, 0, X.CopyFromParent, override_redirect=True,
+                                              background_pixmap=X.NONE)
+            window.map()
+            other.display.sync()
+            self.assertFalse(desktop.observer.is_painted(area))
+            window.change_attributes(background_pixel=0x202020)
+            window.clear_area()
+            other.display.sync()
+            self.assertTrue(desktop.observer.is_painted(area))
+            other.close()
 
     def test_the_tap_sees_the_repeats_of_a_held_key(self):
         with Desktop() as desktop:
@@ -148,6 +178,25 @@ class HarnessTest(unittest.TestCase):
         with self.assertRaisesRegex(AssertionError, "not within 0.1 s: the moon is blue"):
             wait_until(lambda: False, "the moon is blue", 0.1)
         self.assertLess(time.monotonic() - start, 1)
+
+    def test_a_moment_lies_between_the_last_look_before_it_and_the_first_after(self):
+        looks = []
+
+        def is_third_look():
+            looks.append(time.monotonic())
+            return len(looks) == 3
+        before, after = moment_when(is_third_look, "the third look")
+        self.assertLess(before, looks[1])
+        self.assertGreater(before, looks[0])
+        self.assertGreater(after, looks[2])
+
+    def test_what_a_busy_machine_keeps_processes_from_is_counted(self):
+        with Desktop(window_manager=None) as desktop:
+            before = desktop.processes.kept_waiting()
+            for number in range(2 * os.cpu_count()):
+                desktop.processes.start(f"busy-{number}", "sh", "-c", "while :; do :; done")
+            wait_until(lambda: desktop.processes.kept_waiting() > before + 0.1, "some wait")
+
 
 
 if __name__ == "__main__":
