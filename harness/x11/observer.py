@@ -75,8 +75,18 @@ class XObserver(Observer):
         return [self._window(number) for number in self._root_property("_NET_CLIENT_LIST")]
 
     def active_window(self):
+        """A window manager names the window that it made active before keys go there."""
         value = self._root_property("_NET_ACTIVE_WINDOW")
-        return value[0] if value else 0
+        return value[0] if value and self._gets_keys(value[0]) else 0
+
+    def _gets_keys(self, number):
+        try:
+            window = self.display.get_input_focus().focus
+            while not isinstance(window, int) and window.id != number:
+                window = window.query_tree().parent
+        except error.XError:
+            return False
+        return not isinstance(window, int)
 
     def activate(self, window):
         self._ask_manager(window, "_NET_ACTIVE_WINDOW", [_FROM_A_PAGER, X.CurrentTime, 0, 0, 0])
