@@ -1,5 +1,6 @@
 #include "platform/linux/tray/status_bar_linux.h"
 
+#include "platform/lifetime.h"
 #include "platform/linux/tray/menu_mirror_linux.h"
 #include "platform/linux/tray/menu_rest.h"
 #include "platform/linux/tray/tray_icon.h"
@@ -72,24 +73,19 @@ public:
         mirror_.reset();
         menu_ = std::move(menu);
         // The tray is looked for when the program has started: looking takes a while.
-        bar_.mainQueue_.post(whileAlive([this] { attach(); }));
+        bar_.mainQueue_.post(lifetime_.whileItLasts([this] { attach(); }));
     }
 
     void popUpMenu() {
         // Who was clicked on may hold the pointer until the button comes up, and a menu that cannot
         // hold it would not close.
-        bar_.rest_.whenPointerIsFree([popUp = whileAlive([this] { popUpNow(); })](bool isFree) {
-            if (isFree) popUp();
-        });
+        bar_.rest_.whenPointerIsFree(
+            [popUp = lifetime_.whileItLasts([this] { popUpNow(); })](bool isFree) {
+                if (isFree) popUp();
+            });
     }
 
 private:
-    std::function<void()> whileAlive(std::function<void()> block) {
-        return [alive = std::weak_ptr(alive_), block = std::move(block)] {
-            if (alive.lock()) block();
-        };
-    }
-
     void attach() {
         if (watcher_ || !menu_) return;
         watcher_.emplace(bar_.systemTray_, [this] { followTray(); });
@@ -159,8 +155,8 @@ private:
     }
 
     void report(std::shared_ptr<MenuItem> const& item) {
-        bar_.rest_.whenAtRest(whileAlive([this, item] {
-            auto const refresh = whileAlive([this] { refreshExported(); });
+        bar_.rest_.whenAtRest(lifetime_.whileItLasts([this, item] {
+            auto const refresh = lifetime_.whileItLasts([this] { refreshExported(); });
             item->receiveChosen();
             refresh();
         }));
@@ -174,7 +170,7 @@ private:
     std::unique_ptr<MenuMirrorLinux> mirror_;
     std::unique_ptr<QSystemTrayIcon> icon_; // goes before the menu that it exports
     std::optional<FolderWatch> folders_;
-    std::shared_ptr<int> alive_ = std::make_shared<int>(0); // blocks that wait hold it weakly
+    Lifetime lifetime_;
 };
 
 StatusBarLinux::StatusBarLinux(SystemTray& systemTray, MenuRest& rest, MainQueue& mainQueue,

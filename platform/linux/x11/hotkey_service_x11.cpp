@@ -95,17 +95,15 @@ void HotkeyServiceX11::unregisterEventHotKey(EventHotKeyRef hotKey) {
 }
 
 Registration HotkeyServiceX11::suspend() {
-    if ((*suspensions_)++ == 0 && !isResuming_) {
+    if (suspensions_++ == 0 && !isResuming_) {
         for (auto const& each : grabs_ | std::views::values) ungrab(each);
         x_.flush();
     }
-    return Registration([this, suspensions = std::weak_ptr(suspensions_)] {
-        if (suspensions.lock()) endSuspension();
-    });
+    return Registration(lifetime_.whileItLasts([this] { endSuspension(); }));
 }
 
 void HotkeyServiceX11::endSuspension() {
-    if (--*suspensions_ > 0 || isResuming_) return;
+    if (--suspensions_ > 0 || isResuming_) return;
     isResuming_ = true;
     resume();
 }
@@ -114,9 +112,7 @@ void HotkeyServiceX11::resume() {
     // A grab that begins while its key is down takes the key's repetitions for presses.
     constexpr std::chrono::milliseconds kInterval{20};
     if (isAnyKeyDown()) {
-        QTimer::singleShot(kInterval, [this, suspensions = std::weak_ptr(suspensions_)] {
-            if (suspensions.lock()) resume();
-        });
+        QTimer::singleShot(kInterval, lifetime_.whileItLasts([this] { resume(); }));
         return;
     }
     isResuming_ = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/hotkey_service.h"
+#include "platform/lifetime.h"
 #include "platform/linux/x11/modifier_map.h"
 #include "platform/registration.h"
 
@@ -8,7 +9,6 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 
 namespace trovel {
@@ -66,7 +66,7 @@ private:
     void endSuspension();
     void resume();
     [[nodiscard]] bool isAnyKeyDown() const;
-    [[nodiscard]] bool isSuspended() const { return *suspensions_ > 0 || isResuming_; }
+    [[nodiscard]] bool isSuspended() const { return suspensions_ > 0 || isResuming_; }
     bool grab(Grab const& grab) const;
     void ungrab(Grab const& grab) const;
     void followMapping();
@@ -79,8 +79,9 @@ private:
     std::optional<HeldKey> held_;
     std::uint8_t xkbEvent_ = 0; // 0 when the server has no XKB
     bool isMappingStale_ = false;
-    std::shared_ptr<int> suspensions_ = std::make_shared<int>(0); // how many have not ended
+    int suspensions_ = 0;     // how many have not ended
     bool isResuming_ = false; // waits for the user to let go of a key
+    Lifetime lifetime_;
     Registration events_;
     Registration batches_;
 };

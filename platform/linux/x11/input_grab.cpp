@@ -25,17 +25,16 @@ InputGrab::~InputGrab() {
 }
 
 void InputGrab::begin() {
-    if (isWanted_) return;
-    isWanted_ = true;
+    if (session_) return;
     hasPointer_ = false;
     hasKeyboard_ = false;
     attempts_ = 0;
-    session_ = std::make_shared<int>();
+    session_.emplace();
     request();
 }
 
 void InputGrab::end() {
-    if (!std::exchange(isWanted_, false)) return;
+    if (!session_) return;
     session_.reset();
     if (auto const request = std::exchange(pointerRequest_, std::nullopt)) {
         xcb_discard_reply(x_.get(), request->sequence);
@@ -50,7 +49,7 @@ void InputGrab::end() {
 
 void InputGrab::setCursor(xcb_cursor_t cursor) {
     cursor_ = cursor;
-    if (!isWanted_) return;
+    if (!session_) return;
     // Without effect while the pointer is not held; the next attempt names the cursor itself.
     xcb_change_active_pointer_grab(x_.get(), cursor_, XCB_CURRENT_TIME, kPointerEvents);
     x_.flush();
@@ -70,9 +69,7 @@ void InputGrab::request() {
     }
     // The answers are read in a later turn: what is on its way to the screen does not wait for
     // them.
-    mainQueue_.post([this, session = std::weak_ptr(session_)] {
-        if (session.lock()) collect();
-    });
+    mainQueue_.post(session_->whileItLasts([this] { collect(); }));
 }
 
 void InputGrab::collect() {
@@ -86,9 +83,7 @@ void InputGrab::collect() {
     }
     if (hasPointer_ && hasKeyboard_) return;
     if (attempts_ < kMostAttempts) {
-        mainQueue_.after(kRetryInterval, [this, session = std::weak_ptr(session_)] {
-            if (session.lock()) request();
-        });
+        mainQueue_.after(kRetryInterval, session_->whileItLasts([this] { request(); }));
         return;
     }
     // Without the keyboard the mouse still selects and cancels; without the pointer nothing would.

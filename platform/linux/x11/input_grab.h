@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/lifetime.h"
 #include "platform/main_queue.h"
 
 #include <xcb/xcb.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 namespace trovel {
@@ -34,7 +34,7 @@ public:
     /// Lets both go.
     void end();
 
-    [[nodiscard]] bool isWanted() const { return isWanted_; }
+    [[nodiscard]] bool isWanted() const { return session_.has_value(); }
 
     /// The pointer's shape while it is held; none leaves it to the windows.
     void setCursor(xcb_cursor_t cursor);
@@ -46,14 +46,13 @@ private:
     XcbConnection& x_;
     MainQueue& mainQueue_;
     std::function<void()> onPointerRefused_;
-    bool isWanted_ = false;
     bool hasPointer_ = false;
     bool hasKeyboard_ = false;
     int attempts_ = 0;
     xcb_cursor_t cursor_ = XCB_NONE;
     std::optional<xcb_grab_pointer_cookie_t> pointerRequest_;
     std::optional<xcb_grab_keyboard_cookie_t> keyboardRequest_;
-    std::shared_ptr<int> session_; // blocks of a session that is over hold it no more
+    std::optional<Lifetime> session_; // from `begin` to `end`
 };
 
 } // namespace trovel

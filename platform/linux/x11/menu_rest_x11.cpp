@@ -100,9 +100,7 @@ void MenuRestX11::awaitRest(std::shared_ptr<Watch> const& watch, int ticks, int 
 }
 
 void MenuRestX11::later(std::function<void()> block) {
-    mainQueue_.after(kTick, [alive = std::weak_ptr(alive_), block = std::move(block)] {
-        if (alive.lock()) block();
-    });
+    mainQueue_.after(kTick, lifetime_.whileItLasts(std::move(block)));
 }
 
 bool MenuRestX11::isPointerFree() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/lifetime.h"
 #include "platform/linux/tray/menu_rest.h"
 #include "platform/main_queue.h"
 #include "platform/registration.h"
@@ -39,7 +40,7 @@ private:
     XcbConnection& x_;
     MainQueue& mainQueue_;
     InputGrab const& ownGrab_;
-    std::shared_ptr<int> alive_ = std::make_shared<int>(0); // blocks that wait hold it weakly
+    Lifetime lifetime_;
 };
 
 } // namespace trovel

@@ -54,7 +54,7 @@ void OverlayHost::beginSession() {
     ++sessions_;
     grab_.begin();
     if (sessions_ > 1 || isShowing()) return;
-    lastSnapshotUse_.reset();
+    unusedSnapshot_.reset();
     if (snapshot_) {
         snapshot_->retake();
     } else {
@@ -124,10 +124,8 @@ void OverlayHost::releaseInput() {
 void OverlayHost::dropUnneeded() {
     if (sessions_ > 0 || isShowing()) return;
     // Kept for a while: fresh memory costs the server more time than the picture itself.
-    lastSnapshotUse_ = std::make_shared<int>();
-    mainQueue_.after(kSnapshotMemoryKept, [this, use = std::weak_ptr(lastSnapshotUse_)] {
-        if (use.lock()) snapshot_.reset();
-    });
+    auto const& unused = unusedSnapshot_.emplace();
+    mainQueue_.after(kSnapshotMemoryKept, unused.whileItLasts([this] { snapshot_.reset(); }));
 }
 
 bool OverlayHost::hasCompositor() {
@@ -139,10 +137,8 @@ bool OverlayHost::hasCompositor() {
 
 void OverlayHost::schedulePainting() {
     if (isInBatch_ || scheduledPainting_) return;
-    scheduledPainting_ = std::make_shared<int>();
-    mainQueue_.post([this, scheduled = std::weak_ptr(scheduledPainting_)] {
-        if (scheduled.lock()) paint();
-    });
+    auto const& scheduled = scheduledPainting_.emplace();
+    mainQueue_.post(scheduled.whileItLasts([this] { paint(); }));
 }
 
 TextRasterizer& OverlayHost::rasterizer(double scale) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/lifetime.h"
 #include "platform/linux/qt/text_rasterizer.h"
 #include "platform/linux/x11/input_grab.h"
 #include "platform/linux/x11/overlay/render.h"
@@ -90,7 +91,7 @@ private:
     XcbRender render_;
     int sessions_ = 0;
     std::unique_ptr<Snapshot> snapshot_;
-    std::shared_ptr<int> lastSnapshotUse_; // lets the block of a later use drop the memory
+    std::optional<Lifetime> unusedSnapshot_; // until the picture is wanted again
     std::map<double, std::unique_ptr<TextRasterizer>> rasterizers_;
     std::vector<OverlayPeer*> peers_;
     std::vector<xcb_window_t> leaving_; // go when the session ends
@@ -98,7 +99,7 @@ private:
     OverlayPeer* pressedPeer_ = nullptr;
     std::optional<PointerMotion> motion_; // the newest that has not been delivered
     bool isInBatch_ = false;
-    std::shared_ptr<int> scheduledPainting_; // set while a turn of the main loop is to paint
+    std::optional<Lifetime> scheduledPainting_; // set while a turn of the main loop is to paint
     Registration events_;
     Registration batches_;
 };
