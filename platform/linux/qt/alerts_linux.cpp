@@ -1,13 +1,13 @@
 #include "platform/linux/qt/alerts_linux.h"
 
 #include "platform/linux/qt/program_icon.h"
+#include "platform/linux/qt/window_activation.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFont>
 #include <QLabel>
-#include <QPaintEvent>
 #include <QPixmap>
 #include <QPixmapCache>
 #include <QPushButton>
@@ -23,24 +23,21 @@ namespace trovel {
 
 namespace {
 
-/// Calls `onFirstPaint` when the window manager has put it on the screen.
+/// Comes to the front with the keyboard when it is shown.
 class AlertDialog final : public QDialog {
 public:
-    explicit AlertDialog(WindowActivator onFirstPaint)
+    explicit AlertDialog(WindowActivator activate)
         : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
-          onFirstPaint_(std::move(onFirstPaint)) {}
+          activation_(*this, std::move(activate)) {
+        activation_.wish();
+    }
     AlertDialog(AlertDialog const&) = delete;
     AlertDialog& operator=(AlertDialog const&) = delete;
     ~AlertDialog() override { QPixmapCache::clear(); } // the style's drawings of its button
 
 private:
-    void paintEvent(QPaintEvent* event) override {
-        QDialog::paintEvent(event);
-        if (auto const painted = std::exchange(onFirstPaint_, nullptr)) painted(*this);
-    }
-
-    WindowActivator onFirstPaint_;
+    WindowActivation activation_;
 };
 
 QLabel* plainLabel(QString const& text, QFont const& font) {

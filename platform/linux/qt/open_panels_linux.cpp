@@ -3,6 +3,7 @@
 #include "platform/linux/applications/application_identity.h"
 #include "platform/linux/qt/icons_linux.h"
 #include "platform/linux/qt/qt_values.h"
+#include "platform/linux/qt/window_activation.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -34,8 +35,8 @@ bool comesBefore(DesktopEntry const* one, DesktopEntry const* other) {
 class ApplicationPanel final : public QDialog {
 public:
     ApplicationPanel(QString const& title, std::vector<DesktopEntry const*> const& entries,
-                     WindowActivator onFirstPaint)
-        : onFirstPaint_(std::move(onFirstPaint)), search_(new QLineEdit),
+                     WindowActivator activate)
+        : activation_(*this, std::move(activate)), search_(new QLineEdit),
           list_(new QListWidget) { // the dialog owns what is in it
         constexpr int kIconSize = 32;
         constexpr int kMargin = 16;
@@ -70,6 +71,7 @@ public:
         connect(search_, &QLineEdit::textChanged, this, [this] { filter(); });
         search_->installEventFilter(this);
         filter();
+        activation_.wish();
     }
     ApplicationPanel(ApplicationPanel const&) = delete;
     ApplicationPanel& operator=(ApplicationPanel const&) = delete;
@@ -109,12 +111,7 @@ private:
         return QDialog::eventFilter(watched, event);
     }
 
-    void paintEvent(QPaintEvent* event) override {
-        QDialog::paintEvent(event);
-        if (auto const painted = std::exchange(onFirstPaint_, nullptr)) painted(*this);
-    }
-
-    WindowActivator onFirstPaint_;
+    WindowActivation activation_;
     QLineEdit* search_;
     QListWidget* list_;
     QPushButton* open_ = nullptr;

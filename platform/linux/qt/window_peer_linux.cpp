@@ -16,7 +16,6 @@
 #include <QPainter>
 #include <QPalette>
 #include <QScreen>
-#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -71,7 +70,7 @@ struct WindowPeerLinux::Node {
 WindowPeerLinux::WindowPeerLinux(Window& window, WindowServices const& services,
                                  ShownHandler onFront, ShownHandler onEnd)
     : window_(window), services_(services), onFront_(std::move(onFront)), onEnd_(std::move(onEnd)),
-      native_(new WindowWidget(*this)) {
+      native_(new WindowWidget(*this)), activation_(*native_, services.activateWindow) {
     services_.followAppearance();
     frames_.setInterval(kFrameInterval);
     frames_.setTimerType(Qt::PreciseTimer);
@@ -239,8 +238,6 @@ void WindowPeerLinux::tick() {
 void WindowPeerLinux::paint(QRectF const& exposed) {
     QPainter painter(native_);
     painter.fillRect(exposed, backgroundOf(window_.attributes()));
-    // It is on the screen, so the window manager knows it by now.
-    if (std::exchange(wantsKey_, false)) askForKey();
     auto const& content = window_.contentView();
     if (!content) return;
     ViewPainter(painter, *native_->style(), exposed, [this](View const& view) {
@@ -264,19 +261,10 @@ bool WindowPeerLinux::bringForward() {
     if (!native_->isVisible()) return false;
     native_->raise();
     native_->activateWindow();
-    auto const* const handle = native_->windowHandle();
-    if (handle != nullptr && handle->isExposed()) {
-        askForKey();
-    } else {
-        wantsKey_ = true;
-    }
-    return true;
-}
-
-void WindowPeerLinux::askForKey() {
     // Window managers keep a window behind the one in use when its program asks for it; they obey
     // the form that task bars use.
-    services_.activateWindow(*native_);
+    activation_.wish();
+    return true;
 }
 
 void WindowPeerLinux::orderOut() {

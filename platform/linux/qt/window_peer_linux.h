@@ -2,6 +2,7 @@
 
 #include "platform/key_codes.h"
 #include "platform/linux/qt/layer_fade.h"
+#include "platform/linux/qt/window_activation.h"
 #include "platform/linux/qt/window_activator.h"
 #include "platform/ui/events.h"
 #include "platform/ui/view.h"
@@ -97,7 +98,6 @@ private:
     [[nodiscard]] QRectF lookOf(View const& view, Node const& node) const;
     void update(View const& view);
     void tick();
-    void askForKey();
     static void sayWhatChanged(Node& node, View const& view);
     [[nodiscard]] LayerStyle shownLayer(View const& view) const;
 
@@ -106,12 +106,12 @@ private:
     ShownHandler onFront_;
     ShownHandler onEnd_;
     WindowWidget* native_; // deletes itself some time after this peer
+    WindowActivation activation_;
     std::unordered_map<View const*, Node> nodes_;
     std::vector<std::weak_ptr<View>> pointedAt_; // tracking views that the pointer is over
     QTimer frames_;                              // runs while something fades
     std::uint64_t round_ = 0;                    // of walking through the tree
     bool hasNewViews_ = false;
-    bool wantsKey_ = false; // until it is on the screen
 };
 
 } // namespace trovel
