@@ -7,6 +7,7 @@
 #include "platform/linux/files/file_system_linux.h"
 #include "platform/linux/files/login_item_linux.h"
 #include "platform/linux/files/preference_store_linux.h"
+#include "platform/linux/files/user_folders.h"
 #include "platform/linux/pictures/image_encoder_linux.h"
 #include "platform/linux/qt/alerts_linux.h"
 #include "platform/linux/qt/animator_linux.h"
@@ -120,7 +121,7 @@ private:
     PasteboardX11 pasteboard_{*connection_};
 
     WindowSourceX11 windowSource_{*connection_};
-    ApplicationGroups groups_{windowSource_, DesktopEntries::dataFolders(), getpid()};
+    ApplicationGroups groups_{windowSource_, dataFolders(), getpid()};
     std::function<void()> followDesktop_ = [this] {
         followAppearance(readDesktopLook(*connection_));
     };
@@ -149,8 +150,8 @@ private:
                                       static_cast<std::uint16_t>(state));
                               },
                               followDesktop_, activateWindow_}};
-    IconsLinux icons_{groups_, DesktopEntries::dataFolders()};
-    OpenPanelsLinux openPanels_{DesktopEntries::dataFolders(), followDesktop_, activateWindow_};
+    IconsLinux icons_{groups_, dataFolders()};
+    OpenPanelsLinux openPanels_{dataFolders(), followDesktop_, activateWindow_};
     CursorsX11 cursors_{*connection_, grab_};
     ScreenCapturerX11 capturer_{overlays_, worker_};
 

@@ -3,7 +3,6 @@
 #include "platform/linux/files/plain_text.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <optional>
 #include <sstream>
@@ -77,32 +76,10 @@ fs::file_time_type timeOfChange(fs::path const& folder) {
     return failed ? fs::file_time_type::min() : time;
 }
 
-void appendIfAbsolute(std::string_view path, std::vector<fs::path>& folders) {
-    if (path.starts_with('/')) folders.emplace_back(path);
-}
-
-std::string_view environment(char const* name, std::string_view otherwise) {
-    char const* const value = std::getenv(name);
-    return value != nullptr && *value != '\0' ? std::string_view(value) : otherwise;
-}
-
 } // namespace
 
 DesktopEntries::DesktopEntries(std::vector<fs::path> dataFolders)
     : dataFolders_(std::move(dataFolders)) {}
-
-std::vector<fs::path> DesktopEntries::dataFolders() {
-    std::vector<fs::path> folders;
-    auto const inHome = std::string(environment("HOME", "")) + "/.local/share";
-    appendIfAbsolute(environment("XDG_DATA_HOME", inHome), folders);
-    auto rest = environment("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
-    while (!rest.empty()) {
-        auto const end = std::min(rest.find(':'), rest.size());
-        appendIfAbsolute(rest.substr(0, end), folders);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    return folders;
-}
 
 bool DesktopEntries::refresh() {
     auto const isUnchanged = [](auto const& folder) {

@@ -27,9 +27,6 @@ public:
     /// `dataFolders` in the order of precedence; the entries lie in `applications` below each.
     explicit DesktopEntries(std::vector<std::filesystem::path> dataFolders);
 
-    /// The folders that the environment names (the XDG Base Directory Specification).
-    [[nodiscard]] static std::vector<std::filesystem::path> dataFolders();
-
     /// Reads the entries again if a folder has changed since; true when it did. Nothing is read
     /// before the first call.
     bool refresh();

@@ -1,13 +1,13 @@
 #include "platform/linux/files/file_system_linux.h"
 
+#include "platform/linux/files/user_folders.h"
+
 #include <dirent.h>
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <memory>
 
 namespace trovel {
@@ -58,14 +58,7 @@ FileSystem::Date date(statx_timestamp const& time) {
 } // namespace
 
 std::string FileSystemLinux::homeDirectory() const {
-    std::string home;
-    if (auto const* const variable = std::getenv("HOME")) home = variable;
-    if (home.empty()) {
-        auto const* const user = getpwuid(getuid());
-        home = user != nullptr ? user->pw_dir : "/";
-    }
-    while (home.size() > 1 && home.back() == '/') home.pop_back();
-    return home;
+    return homeFolder().string();
 }
 
 bool FileSystemLinux::createDirectory(std::string_view path) {

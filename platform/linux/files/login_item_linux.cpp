@@ -1,7 +1,8 @@
 #include "platform/linux/files/login_item_linux.h"
 
+#include "platform/linux/files/user_folders.h"
+
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <map>
@@ -116,14 +117,7 @@ std::unexpected<std::string> systemError(int number) {
 } // namespace
 
 fs::path autostartEntryPath() {
-    fs::path folder;
-    // A relative path there counts as no path (XDG Base Directory Specification).
-    if (auto const* const configuration = std::getenv("XDG_CONFIG_HOME")) folder = configuration;
-    if (!folder.is_absolute()) {
-        auto const* const home = std::getenv("HOME");
-        folder = fs::path(home != nullptr ? home : "/") / ".config";
-    }
-    return folder / "autostart" / "trovel.desktop";
+    return configurationFolder() / "autostart" / "trovel.desktop";
 }
 
 LoginItemLinux::LoginItemLinux(fs::path entry, std::string program)

@@ -1,14 +1,14 @@
 #include "platform/linux/files/preference_store_linux.h"
 
+#include "platform/linux/files/user_folders.h"
+
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -115,20 +115,10 @@ bool replaceBrokenFile(fs::path const& path, std::string_view content) {
     return false;
 }
 
-fs::path homeFolder() {
-    if (auto const* const home = std::getenv("HOME"); home && *home) return home;
-    auto const* const user = getpwuid(getuid());
-    return user ? user->pw_dir : "/";
-}
-
 } // namespace
 
 fs::path preferencesPath() {
-    fs::path folder;
-    // A relative path there counts as no path (XDG Base Directory Specification).
-    if (auto const* const configuration = std::getenv("XDG_CONFIG_HOME")) folder = configuration;
-    if (!folder.is_absolute()) folder = homeFolder() / ".config";
-    return folder / "trovel" / "preferences.ini";
+    return configurationFolder() / "trovel" / "preferences.ini";
 }
 
 PreferenceStoreLinux::PreferenceStoreLinux(fs::path path) : path_(std::move(path)) {}

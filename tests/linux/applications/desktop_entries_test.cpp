@@ -1,6 +1,5 @@
 #include "platform/linux/applications/desktop_entries.h"
 
-#include "tests/linux/support/scoped_environment.h"
 #include "tests/linux/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -117,20 +116,6 @@ TEST_F(DesktopEntriesTest, FilesThatAreNoApplicationsAreLeftOut) {
                            "folder.desktop", "gone.desktop"}) {
         EXPECT_EQ(entries.withId(id), nullptr) << id;
     }
-}
-
-TEST(DesktopEntryFolders, ComeFromTheEnvironment) {
-    using Paths = std::vector<std::filesystem::path>;
-    ScopedEnvironment const home("HOME", "/home/ann");
-    {
-        ScopedEnvironment const user("XDG_DATA_HOME", "/data");
-        ScopedEnvironment const system("XDG_DATA_DIRS", "/one:relative::/two");
-        EXPECT_EQ(DesktopEntries::dataFolders(), (Paths{"/data", "/one", "/two"}));
-    }
-    ScopedEnvironment const user("XDG_DATA_HOME", nullptr);
-    ScopedEnvironment const system("XDG_DATA_DIRS", "");
-    EXPECT_EQ(DesktopEntries::dataFolders(),
-              (Paths{"/home/ann/.local/share", "/usr/local/share", "/usr/share"}));
 }
 
 } // namespace
