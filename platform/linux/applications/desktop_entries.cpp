@@ -1,11 +1,10 @@
 #include "platform/linux/applications/desktop_entries.h"
 
+#include "platform/linux/files/desktop_file.h"
 #include "platform/linux/files/plain_text.h"
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <system_error>
 
 namespace trovel {
@@ -14,30 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLongestFile = std::size_t{64} * 1024;
 constexpr int kDeepestFolder = 4;
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlank = " \t\r";
-    auto const first = text.find_first_not_of(kBlank);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
-}
-
-std::string firstBytes(fs::path const& path) {
-    std::string bytes(kLongestFile, '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return bytes;
-}
-
-/// The file name of the first word of an Exec line.
-std::string programOf(std::string_view exec) {
-    auto const quoted = exec.starts_with('"');
-    if (quoted) exec.remove_prefix(1);
-    return fs::path(exec.substr(0, exec.find(quoted ? '"' : ' '))).filename().string();
-}
 
 struct ParsedEntry {
     DesktopEntry entry;
@@ -45,26 +21,20 @@ struct ParsedEntry {
 };
 
 /// The entry, without its id, that the file holds; nothing when it is not an application's.
-std::optional<ParsedEntry> parse(std::string const& text) {
+std::optional<ParsedEntry> readEntry(fs::path const& path) {
     ParsedEntry parsed;
-    bool isInside = false;
     bool isApplication = false;
-    std::istringstream lines(text);
-    for (std::string whole; std::getline(lines, whole);) {
-        auto const line = trimmed(whole);
-        if (line.starts_with('[')) isInside = line == "[Desktop Entry]";
-        auto const equals = line.find('=');
-        if (!isInside || line.starts_with('#') || equals == std::string_view::npos) continue;
-        auto const key = trimmed(line.substr(0, equals));
-        auto const value = trimmed(line.substr(equals + 1));
+    readDesktopFile(path, [&](std::string_view key, std::string_view value) {
         if (key == "Type") isApplication = value == "Application";
         if (key == "Name") parsed.entry.name = plainText(value);
         if (key == "StartupWMClass") parsed.entry.startupClass = plainText(value);
-        if (key == "Exec") parsed.entry.executable = plainText(programOf(value));
+        if (key == "Exec") {
+            parsed.entry.executable = plainText(fs::path(programOfExec(value)).filename().string());
+        }
         if (key == "Icon") parsed.entry.icon = plainText(value);
         if (key == "NoDisplay") parsed.entry.isShown = value != "true";
         if (key == "Hidden") parsed.isDeleted = value == "true";
-    }
+    });
     if (!isApplication && !parsed.isDeleted) return std::nullopt;
     return parsed;
 }
@@ -114,7 +84,7 @@ void DesktopEntries::readFolder(fs::path const& applications) {
         id = plainText(id);
         auto const key = asciiLowerCase(id);
         if (byId_.contains(key)) continue;
-        auto parsed = parse(firstBytes(at->path()));
+        auto parsed = readEntry(at->path());
         if (!parsed) continue;
         if (!parsed->isDeleted) parsed->entry.id = id;
         parsed->entry.path = at->path();

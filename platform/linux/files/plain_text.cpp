@@ -55,9 +55,14 @@ std::string plainText(std::string_view bytes) {
         }
         bytes.remove_prefix(std::max<std::size_t>(length, 1));
     }
-    text.erase(text.find_last_not_of(' ') + 1);
-    text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
-    return text;
+    return std::string(trimmed(text));
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlank = " \t\r\n";
+    auto const first = text.find_first_not_of(kBlank);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
 }
 
 std::string asciiLowerCase(std::string_view text) {

@@ -15,6 +15,9 @@ inline constexpr std::size_t kPlainTextLimit = 256;
 /// are left out.
 [[nodiscard]] std::string plainText(std::string_view bytes);
 
+/// `text` without the blanks and line ends around it.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
 /// `text` with the letters A to Z in lower case.
 [[nodiscard]] std::string asciiLowerCase(std::string_view text);
 

@@ -1,5 +1,7 @@
 #include "platform/linux/files/preference_text.h"
 
+#include "platform/linux/files/plain_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -8,14 +10,6 @@
 namespace trovel {
 
 namespace {
-
-constexpr std::string_view kSpace = " \t\r";
-
-std::string_view trimmed(std::string_view text) {
-    auto const first = text.find_first_not_of(kSpace);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
-}
 
 bool isKey(std::string_view text) {
     auto const isKeyCharacter = [](char character) {

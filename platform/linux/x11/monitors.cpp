@@ -1,5 +1,6 @@
 #include "platform/linux/x11/monitors.h"
 
+#include "platform/linux/files/plain_text.h"
 #include "platform/linux/x11/connection.h"
 
 #include <xcb/randr.h>
@@ -13,12 +14,6 @@ namespace trovel {
 namespace {
 
 constexpr double kLargestScale = 16;
-
-std::string_view trimmed(std::string_view text) {
-    auto const first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
 
 std::optional<double> parsedFactor(std::string_view text) {
     text = trimmed(text);

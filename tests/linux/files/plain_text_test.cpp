@@ -51,6 +51,14 @@ TEST(PlainTextTest, AMegabyteIsCutBetweenCharacters) {
     EXPECT_TRUE(text.ends_with("ü"));
 }
 
+TEST(PlainTextTest, TrimmingTakesBlanksAndLineEndsOffTheEnds) {
+    for (auto const* const text : {"a \t b", " a \t b", "a \t b\r\n", "\n\t a \t b\t "}) {
+        EXPECT_EQ(trimmed(text), "a \t b");
+    }
+    EXPECT_EQ(trimmed(" \t\r\n"), "");
+    EXPECT_EQ(trimmed(""), "");
+}
+
 TEST(PlainTextTest, LowerCaseLeavesOtherLettersAlone) {
     EXPECT_EQ(asciiLowerCase("Google-CHROME Ü1"), "google-chrome Ü1");
 }
