@@ -2,6 +2,10 @@
 
 #include "platform/linux/files/plain_text.h"
 #include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/properties.h"
+
+#include <QByteArray>
+#include <QtGlobal>
 
 #include <xcb/randr.h>
 
@@ -61,17 +65,6 @@ std::optional<double> factorOfText(std::string_view resources) {
     return {};
 }
 
-std::string environment(char const* name) {
-    auto const* const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
-std::string textOfProperty(xcb_get_property_reply_t const* property) {
-    if (property == nullptr) return {};
-    return {static_cast<char const*>(xcb_get_property_value(property)),
-            static_cast<std::size_t>(xcb_get_property_value_length(property))};
-}
-
 std::string nameOfAtom(XcbConnection const& x, xcb_get_atom_name_cookie_t cookie) {
     auto const reply = x.reply<xcb_get_atom_name_reply>(cookie);
     if (!reply) return {};
@@ -114,15 +107,16 @@ std::vector<Monitor> listMonitors(XcbConnection& x) {
     auto const resources =
         xcb_get_property(x.get(), 0, x.root(), XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 0, kAll);
     auto monitors = listedByRandr(x);
-    auto const property = x.reply<xcb_get_property_reply>(resources);
+    auto const property = propertyFrom(x, resources);
     if (x.isLost()) return {};
     if (monitors.empty()) {
         auto const& screen = x.screen();
         monitors.push_back(
             {screen.root, "", {0, 0, screen.width_in_pixels, screen.height_in_pixels}, 1});
     }
-    ScaleSettings const settings{environment("QT_SCREEN_SCALE_FACTORS"),
-                                 environment("QT_SCALE_FACTOR"), textOfProperty(property.get())};
+    ScaleSettings const settings{qgetenv("QT_SCREEN_SCALE_FACTORS").toStdString(),
+                                 qgetenv("QT_SCALE_FACTOR").toStdString(),
+                                 std::string(bytesOf(property))};
     for (std::size_t i = 0; i < monitors.size(); ++i) {
         monitors[i].scale = scaleOfMonitor(settings, monitors[i].name, i);
     }

@@ -2,6 +2,7 @@
 
 #include "platform/linux/pictures/captured_image.h"
 #include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/properties.h"
 
 #include <QByteArray>
 #include <QClipboard>
@@ -23,12 +24,11 @@ void offer(std::unique_ptr<QMimeData> data, QClipboard::Mode mode = QClipboard::
 /// Whether the selection's owner is a window of Qt's connection, as the server sees it.
 bool isOwner(XcbConnection& connection, QClipboard::Mode mode) {
     auto const* const name = mode == QClipboard::Selection ? "PRIMARY" : "CLIPBOARD";
-    auto const answer = connection.reply<xcb_get_selection_owner_reply>(
-        xcb_get_selection_owner(connection.get(), connection.atom(name)));
-    if (!answer || answer->owner == XCB_WINDOW_NONE) return false;
+    auto const owner = selectionOwner(connection, name);
+    if (owner == XCB_WINDOW_NONE) return false;
     auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     auto const* const setup = xcb_get_setup(x11->connection());
-    return (answer->owner & ~setup->resource_id_mask) == setup->resource_id_base;
+    return (owner & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
 /// Takes the selection and offers `bytes` as each of those types. False when somebody else has it

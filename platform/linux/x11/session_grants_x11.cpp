@@ -2,23 +2,20 @@
 
 #include "platform/linux/x11/connection.h"
 
+#include <QByteArray>
+#include <QtGlobal>
+
 #include <xcb/xtest.h>
 
-#include <cstdlib>
 #include <string_view>
 
 namespace trovel {
 
 namespace {
 
-std::string_view environmentValue(char const* name) {
-    auto const* const value = std::getenv(name);
-    return value ? value : "";
-}
-
 bool isWaylandSession() {
-    return environmentValue("XDG_SESSION_TYPE") == "wayland" ||
-           !environmentValue("WAYLAND_DISPLAY").empty();
+    return qgetenv("XDG_SESSION_TYPE") == "wayland" ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
 /// X servers that run on a Wayland compositor say so with an extension of that name.

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/system_tray_x11.h"
 
 #include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/properties.h"
 
 #include <xcb/xfixes.h>
 
@@ -15,9 +16,7 @@ constexpr char const* kSystemTray = "_NET_SYSTEM_TRAY_S0";
 } // namespace
 
 bool SystemTrayX11::hasManager() {
-    auto const answer = x_.reply<xcb_get_selection_owner_reply>(
-        xcb_get_selection_owner(x_.get(), x_.atom(kSystemTray)));
-    return answer && answer->owner != XCB_WINDOW_NONE;
+    return selectionOwner(x_, kSystemTray) != XCB_WINDOW_NONE;
 }
 
 Registration SystemTrayX11::watch(std::function<void()> onChange) {

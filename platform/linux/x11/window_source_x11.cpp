@@ -1,6 +1,7 @@
 #include "platform/linux/x11/window_source_x11.h"
 
 #include "platform/linux/files/plain_text.h"
+#include "platform/linux/x11/properties.h"
 
 #include <unistd.h>
 
@@ -16,7 +17,6 @@ namespace trovel {
 namespace {
 
 using Windows = std::vector<xcb_window_t>;
-using Property = XcbPointer<xcb_get_property_reply_t>;
 
 constexpr std::uint32_t kTextWords = 512; // 2 KiB; nobody needs a megabyte of a window's class
 constexpr std::uint32_t kListWords = 0x10000;
@@ -36,35 +36,6 @@ xcb_window_t windowOf(WindowId id) {
 
 bool contains(Windows const& windows, xcb_window_t window) {
     return std::ranges::find(windows, window) != windows.end();
-}
-
-xcb_get_property_cookie_t request(XcbConnection& connection, xcb_window_t window,
-                                  std::string_view name, std::uint32_t words) {
-    return xcb_get_property(connection.get(), 0, window, connection.atom(name), XCB_ATOM_ANY, 0,
-                            words);
-}
-
-Property answer(XcbConnection const& connection, xcb_get_property_cookie_t cookie) {
-    return connection.reply<xcb_get_property_reply>(cookie);
-}
-
-std::string_view bytesOf(Property const& property) {
-    if (!property || property->format != 8) return {};
-    return {static_cast<char const*>(xcb_get_property_value(property.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(property.get()))};
-}
-
-/// Windows, atoms and numbers alike.
-std::vector<std::uint32_t> wordsOf(Property const& property) {
-    if (!property || property->format != 32) return {};
-    auto const* const first =
-        static_cast<std::uint32_t const*>(xcb_get_property_value(property.get()));
-    return {first, first + property->value_len};
-}
-
-std::uint32_t wordOf(Property const& property) {
-    auto const words = wordsOf(property);
-    return words.empty() ? 0 : words[0];
 }
 
 bool isOnThisMachine(std::string_view machine) {
@@ -153,24 +124,24 @@ WindowList WindowSourceX11::read() {
 
 WindowSourceX11::Root WindowSourceX11::readRoot() {
     auto const ask = [this](std::string_view name) {
-        return request(connection_, connection_.root(), name, kListWords);
+        return requestProperty(connection_, connection_.root(), name, kListWords);
     };
     auto const check = ask("_NET_SUPPORTING_WM_CHECK");
     auto const supported = ask("_NET_SUPPORTED");
     auto const clients = ask("_NET_CLIENT_LIST");
     auto const stacking = ask("_NET_CLIENT_LIST_STACKING");
     auto const active = ask("_NET_ACTIVE_WINDOW");
-    auto const get = [this](auto cookie) { return wordsOf(answer(connection_, cookie)); };
+    auto const get = [this](auto cookie) { return wordsOf(propertyFrom(connection_, cookie)); };
 
-    auto const manager = wordOf(answer(connection_, check));
+    auto const manager = wordOf(propertyFrom(connection_, check));
     auto const features = get(supported);
     Root root{.clients = get(clients), .stacking = get(stacking)};
-    root.active = wordOf(answer(connection_, active));
+    root.active = wordOf(propertyFrom(connection_, active));
     // What a window manager that is gone has left behind says nothing; its own window went with it.
-    auto const self = manager == XCB_WINDOW_NONE
-                          ? xcb_window_t{XCB_WINDOW_NONE}
-                          : wordOf(answer(connection_, request(connection_, manager,
-                                                               "_NET_SUPPORTING_WM_CHECK", 1)));
+    auto const self =
+        manager == XCB_WINDOW_NONE
+            ? xcb_window_t{XCB_WINDOW_NONE}
+            : wordOf(readProperty(connection_, manager, "_NET_SUPPORTING_WM_CHECK", 1));
     if (manager == XCB_WINDOW_NONE || self != manager) return {};
     root.listsClients = contains(features, connection_.atom("_NET_CLIENT_LIST"));
     root.knowsActive = contains(features, connection_.atom("_NET_ACTIVE_WINDOW"));
@@ -179,7 +150,7 @@ WindowSourceX11::Root WindowSourceX11::readRoot() {
 
 WindowSourceX11::ClientCookies WindowSourceX11::requestClient(xcb_window_t window) {
     auto const ask = [&](std::string_view name) {
-        return request(connection_, window, name, kTextWords);
+        return requestProperty(connection_, window, name, kTextWords);
     };
     return {.wmClass = ask("WM_CLASS"),
             .gtkApplicationId = ask("_GTK_APPLICATION_ID"),
@@ -205,7 +176,7 @@ std::vector<ClientWindow> WindowSourceX11::readClients(Windows const& windows) {
 std::optional<ClientWindow> WindowSourceX11::clientFrom(xcb_window_t window,
                                                         ClientCookies const& cookies) {
     // Every answer is taken, whatever comes of it, or it would wait in xcb for ever.
-    auto const get = [this](auto cookie) { return answer(connection_, cookie); };
+    auto const get = [this](auto cookie) { return propertyFrom(connection_, cookie); };
     auto const wmClass = get(cookies.wmClass);
     auto const gtkApplicationId = get(cookies.gtkApplicationId);
     auto const process = get(cookies.process);
@@ -267,12 +238,12 @@ std::vector<xcb_window_t> WindowSourceX11::clientsInTree() {
         std::vector<std::pair<xcb_get_property_cookie_t, xcb_query_tree_cookie_t>> cookies;
         cookies.reserve(level.size());
         for (auto const& candidate : level) {
-            cookies.emplace_back(request(connection_, candidate.window, "WM_STATE", 1),
+            cookies.emplace_back(requestProperty(connection_, candidate.window, "WM_STATE", 1),
                                  xcb_query_tree(connection_.get(), candidate.window));
         }
         std::vector<Candidate> next;
         for (std::size_t i = 0; i < level.size(); ++i) {
-            auto const state = answer(connection_, cookies[i].first);
+            auto const state = propertyFrom(connection_, cookies[i].first);
             auto const inside = childrenFrom(cookies[i].second);
             auto& client = clients[level[i].top];
             if (client != XCB_WINDOW_NONE) continue;
@@ -342,10 +313,10 @@ std::optional<Rect> WindowSourceX11::frame(WindowId id) {
     auto const cornerCookie =
         xcb_translate_coordinates(connection_.get(), window, connection_.root(), 0, 0);
     auto const sizeCookie = xcb_get_geometry(connection_.get(), window);
-    auto const marginCookie = request(connection_, window, "_GTK_FRAME_EXTENTS", 4);
+    auto const marginCookie = requestProperty(connection_, window, "_GTK_FRAME_EXTENTS", 4);
     auto const corner = connection_.reply<xcb_translate_coordinates_reply>(cornerCookie);
     auto const size = connection_.reply<xcb_get_geometry_reply>(sizeCookie);
-    auto const margin = wordsOf(answer(connection_, marginCookie));
+    auto const margin = wordsOf(propertyFrom(connection_, marginCookie));
     if (!corner || !size) return std::nullopt;
 
     Rect const whole{static_cast<double>(corner->dst_x), static_cast<double>(corner->dst_y),
@@ -365,8 +336,7 @@ std::optional<Rect> WindowSourceX11::frame(WindowId id) {
 std::optional<WindowIcon> WindowSourceX11::icon(WindowId window, int pixels) {
     constexpr std::uint32_t kMostWords = 1024 * 1024;
     constexpr std::uint32_t kMostPixelsPerSide = 1024;
-    auto const property =
-        answer(connection_, request(connection_, windowOf(window), "_NET_WM_ICON", kMostWords));
+    auto const property = readProperty(connection_, windowOf(window), "_NET_WM_ICON", kMostWords);
     if (!property || property->format != 32) return std::nullopt;
     auto const* words = static_cast<std::uint32_t const*>(xcb_get_property_value(property.get()));
     auto left = static_cast<std::size_t>(property->value_len);
@@ -397,10 +367,10 @@ std::optional<WindowIcon> WindowSourceX11::icon(WindowId window, int pixels) {
 /// goes there with the window.
 void WindowSourceX11::showDesktopOf(xcb_window_t window) {
     constexpr std::uint32_t kEveryDesktop = 0xffffffff;
-    auto const its = request(connection_, window, "_NET_WM_DESKTOP", 1);
-    auto const shown = request(connection_, connection_.root(), "_NET_CURRENT_DESKTOP", 1);
-    auto const desktop = wordsOf(answer(connection_, its));
-    auto const current = wordsOf(answer(connection_, shown));
+    auto const its = requestProperty(connection_, window, "_NET_WM_DESKTOP", 1);
+    auto const shown = requestProperty(connection_, connection_.root(), "_NET_CURRENT_DESKTOP", 1);
+    auto const desktop = wordsOf(propertyFrom(connection_, its));
+    auto const current = wordsOf(propertyFrom(connection_, shown));
     if (desktop.empty() || current.empty()) return;
     if (desktop[0] == kEveryDesktop || desktop == current) return;
     askManager(connection_.root(), "_NET_CURRENT_DESKTOP", desktop[0], serverTime());
@@ -456,8 +426,7 @@ void WindowSourceX11::handle(xcb_generic_event_t const& event) {
     auto const& change = reinterpret_cast<xcb_property_notify_event_t const&>(event);
     if (change.window != connection_.root()) return;
     if (change.atom != connection_.atom("_NET_ACTIVE_WINDOW")) return;
-    noteActive(wordOf(
-        answer(connection_, request(connection_, connection_.root(), "_NET_ACTIVE_WINDOW", 1))));
+    noteActive(wordOf(readProperty(connection_, connection_.root(), "_NET_ACTIVE_WINDOW", 1)));
 }
 
 } // namespace trovel

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/xsettings.h"
 
 #include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/properties.h"
 
 #include <algorithm>
 #include <cctype>
@@ -45,17 +46,11 @@ private:
 };
 
 std::string settingsProperty(XcbConnection& connection) {
-    auto const selection = connection.atom("_XSETTINGS_S0");
-    auto const owner = connection.reply<xcb_get_selection_owner_reply>(
-        xcb_get_selection_owner(connection.get(), selection));
-    if (!owner || owner->owner == XCB_WINDOW_NONE) return {};
+    auto const owner = selectionOwner(connection, "_XSETTINGS_S0");
+    if (owner == XCB_WINDOW_NONE) return {};
     constexpr std::uint32_t kMaximumWords = 16 * 1024;
-    auto const property = connection.reply<xcb_get_property_reply>(
-        xcb_get_property(connection.get(), 0, owner->owner, connection.atom("_XSETTINGS_SETTINGS"),
-                         XCB_ATOM_ANY, 0, kMaximumWords));
-    if (!property) return {};
-    return {static_cast<char const*>(xcb_get_property_value(property.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(property.get()))};
+    auto const property = readProperty(connection, owner, "_XSETTINGS_SETTINGS", kMaximumWords);
+    return std::string(bytesOf(property));
 }
 
 /// Whether the theme is a dark one. The name is all that desktops agree on: dark themes are called

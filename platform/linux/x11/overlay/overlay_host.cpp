@@ -4,6 +4,7 @@
 #include "platform/linux/x11/hotkey_service_x11.h"
 #include "platform/linux/x11/keymap.h"
 #include "platform/linux/x11/overlay/overlay_peer.h"
+#include "platform/linux/x11/properties.h"
 #include "platform/linux/x11/root_pixels.h"
 #include "platform/ui/local_event_monitors.h"
 #include "platform/ui/window.h"
@@ -129,10 +130,8 @@ void OverlayHost::dropUnneeded() {
 }
 
 bool OverlayHost::hasCompositor() {
-    auto const manager = x_.atom("_NET_WM_CM_S" + std::to_string(x_.screenNumber()));
-    auto const answer =
-        x_.reply<xcb_get_selection_owner_reply>(xcb_get_selection_owner(x_.get(), manager));
-    return !answer || answer->owner != XCB_WINDOW_NONE;
+    auto const manager = "_NET_WM_CM_S" + std::to_string(x_.screenNumber());
+    return selectionOwner(x_, manager) != XCB_WINDOW_NONE;
 }
 
 void OverlayHost::schedulePainting() {
