@@ -29,6 +29,12 @@ using XcbPointer = std::unique_ptr<T, XcbFree>;
     return event.response_type & 0x7f;
 }
 
+/// The event as what its kind says it is: `eventAs<xcb_key_press_event_t>(event)`.
+template <class Event>
+[[nodiscard]] Event const& eventAs(xcb_generic_event_t const& event) {
+    return reinterpret_cast<Event const&>(event);
+}
+
 /// A connection to the X server of the session and the way its events reach the program.
 ///
 /// Requests may be made from the thread that owns the connection only; another thread opens one of

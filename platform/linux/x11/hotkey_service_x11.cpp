@@ -17,10 +17,6 @@ namespace {
 
 constexpr std::uint16_t kModifierBits = 0xff;
 
-xcb_key_press_event_t const& keyEvent(xcb_generic_event_t const& event) {
-    return reinterpret_cast<xcb_key_press_event_t const&>(event);
-}
-
 } // namespace
 
 HotkeyServiceX11::HotkeyServiceX11(XcbConnection& x) : x_(x) {
@@ -179,10 +175,10 @@ bool HotkeyServiceX11::isHotKey(xcb_key_press_event_t const& press) const {
 void HotkeyServiceX11::handle(xcb_generic_event_t const& event) {
     auto const type = eventType(event);
     if (type == XCB_KEY_PRESS) {
-        handlePress(keyEvent(event));
+        handlePress(eventAs<xcb_key_press_event_t>(event));
     } else if (type == XCB_KEY_RELEASE) {
-        if (held_ && held_->keycode == keyEvent(event).detail)
-            held_->release = keyEvent(event).time;
+        auto const& release = eventAs<xcb_key_release_event_t>(event);
+        if (held_ && held_->keycode == release.detail) held_->release = release.time;
     } else if (type == XCB_MAPPING_NOTIFY || (xkbEvent_ != 0 && type == xkbEvent_)) {
         isMappingStale_ = true;
     }

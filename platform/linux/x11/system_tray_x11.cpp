@@ -33,7 +33,7 @@ Registration SystemTrayX11::watch(std::function<void()> onChange) {
     return x_.addEventHandler([this, type = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY,
                                onChange = std::move(onChange)](auto const& event) {
         if (eventType(event) != type) return;
-        auto const& change = reinterpret_cast<xcb_xfixes_selection_notify_event_t const&>(event);
+        auto const& change = eventAs<xcb_xfixes_selection_notify_event_t>(event);
         if (change.selection == x_.atom(kSystemTray)) onChange();
     });
 }

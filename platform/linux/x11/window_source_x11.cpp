@@ -58,7 +58,7 @@ xcb_timestamp_t serverTime() {
     own->flush();
     while (auto const event = XcbPointer<xcb_generic_event_t>(xcb_wait_for_event(own->get()))) {
         if (eventType(*event) != XCB_PROPERTY_NOTIFY) continue;
-        return reinterpret_cast<xcb_property_notify_event_t const*>(event.get())->time;
+        return eventAs<xcb_property_notify_event_t>(*event).time;
     }
     return XCB_CURRENT_TIME;
 }
@@ -423,7 +423,7 @@ void WindowSourceX11::noteActive(xcb_window_t window) {
 
 void WindowSourceX11::handle(xcb_generic_event_t const& event) {
     if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
-    auto const& change = reinterpret_cast<xcb_property_notify_event_t const&>(event);
+    auto const& change = eventAs<xcb_property_notify_event_t>(event);
     if (change.window != connection_.root()) return;
     if (change.atom != connection_.atom("_NET_ACTIVE_WINDOW")) return;
     noteActive(wordOf(readProperty(connection_, connection_.root(), "_NET_ACTIVE_WINDOW", 1)));

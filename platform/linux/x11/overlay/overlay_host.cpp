@@ -24,11 +24,6 @@ constexpr xcb_button_t kRightButton = 3;
 // As long as an overlay may be up at the most: nobody waits for this program after that.
 constexpr std::chrono::seconds kSnapshotMemoryKept{30};
 
-template <class Event>
-Event const& as(xcb_generic_event_t const& event) {
-    return reinterpret_cast<Event const&>(event);
-}
-
 /// The virtual key codes of the modifier keys stand together (HIToolbox Events.h).
 bool isModifierKey(KeyCode keyCode) {
     constexpr KeyCode kFirst = 54;
@@ -165,15 +160,15 @@ void OverlayHost::handle(xcb_generic_event_t const& event) {
     switch (eventType(event)) {
     case XCB_MOTION_NOTIFY: {
         // Only the newest place counts; it is delivered when all that has arrived is read.
-        auto const& motion = as<xcb_motion_notify_event_t>(event);
+        auto const& motion = eventAs<xcb_motion_notify_event_t>(event);
         motion_ = PointerMotion{motion.root_x, motion.root_y, motion.state};
         return;
     }
-    case XCB_KEY_PRESS: handleKey(as<xcb_key_press_event_t>(event)); return;
-    case XCB_BUTTON_PRESS: handlePress(as<xcb_button_press_event_t>(event)); return;
-    case XCB_BUTTON_RELEASE: handleRelease(as<xcb_button_release_event_t>(event)); return;
+    case XCB_KEY_PRESS: handleKey(eventAs<xcb_key_press_event_t>(event)); return;
+    case XCB_BUTTON_PRESS: handlePress(eventAs<xcb_button_press_event_t>(event)); return;
+    case XCB_BUTTON_RELEASE: handleRelease(eventAs<xcb_button_release_event_t>(event)); return;
     case XCB_EXPOSE: {
-        auto const& expose = as<xcb_expose_event_t>(event);
+        auto const& expose = eventAs<xcb_expose_event_t>(event);
         for (auto* const peer : peers_) {
             if (peer->nativeWindow() == expose.window) peer->exposed(expose);
         }
