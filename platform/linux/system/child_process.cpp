@@ -65,6 +65,8 @@ std::string ownProgram() {
     return image != nullptr && *image != '\0' ? image : ownExecutable();
 }
 
+// Not by QProcess: it takes arguments for text, and a path with bytes that are not UTF-8 would
+// arrive as another one.
 bool startChildProcess(std::string const& executable, std::span<std::string const> arguments) {
     std::vector<std::string> values{executable};
     values.insert(values.end(), arguments.begin(), arguments.end());
