@@ -1,6 +1,8 @@
 """The rules are themselves tested: each catches the small wrong file written for it, and lets the
 nearest right one pass. A rule without a case here fails too."""
 
+import os
+import subprocess
 import tempfile
 import unittest
 from pathlib import Path
@@ -264,6 +266,48 @@ class TheProgramTest(unittest.TestCase):
         self.assertFalse(tidy.check_python(self.root))
         self.write("app/a.py", "def f():\n    return 1\n\n\nprint(1)\n")
         self.assertFalse(tidy.check_python(self.root))
+
+
+class LintTest(unittest.TestCase):
+    """The compiler that is clang-tidy, with a cache of its own."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+        (self.folder / ".clang-tidy").symlink_to(Path(rules.__file__).parents[2] / ".clang-tidy")
+        (self.folder / "a.h").write_text("int* made();\n")
+
+    def lint(self, body):
+        """Whether this function passes; what passed has left an object and what it depends on."""
+        (self.folder / "a.cpp").write_text('#include "a.h"\n\nint* made() {\n' + body + "}\n")
+        lint = Path(rules.__file__).with_name("lint")
+        result = subprocess.run(
+            [lint, "clang++-19", "-Wall", "-MD", "-MT", "a.o", "-MF", "a.d",
+             "-o", "a.o", "-c", "a.cpp"],
+            cwd=self.folder, env={**os.environ, "CCACHE_DIR": str(self.folder / "cache")},
+            check=False, capture_output=True)
+        left = (self.folder / "a.o").exists()
+        if left:
+            self.assertRegex((self.folder / "a.d").read_text(), r"^a\.o:.*/lint .*\ba\.h\b")
+            (self.folder / "a.o").unlink()
+        self.assertEqual(left, result.returncode == 0)
+        return left
+
+    def test_what_passed_passes_again_from_the_cache(self):
+        self.assertTrue(self.lint("    return nullptr;\n"))
+        self.assertTrue(self.lint("    return nullptr;\n"))
+
+    def test_a_finding_fails_however_often_it_is_asked_for(self):
+        self.assertFalse(self.lint("    return 0;\n"))
+        self.assertFalse(self.lint("    return 0;\n"))
+
+    def test_a_warning_of_the_compiler_is_a_finding(self):
+        self.assertFalse(self.lint("    int unused;\n    return nullptr;\n"))
+
+    def test_a_comment_that_is_gone_excuses_nothing(self):
+        self.assertTrue(self.lint("    return 0; // NOLINT(modernize-use-nullptr)\n"))
+        self.assertFalse(self.lint("    return 0;\n"))
 
 
 if __name__ == "__main__":

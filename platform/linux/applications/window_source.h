@@ -15,11 +15,9 @@ enum class WindowId : std::uint64_t { none = 0 };
 /// What a window says about the program that it belongs to. All texts are plain text, empty where
 /// the window says nothing.
 struct WindowProperties {
-    // NOLINTBEGIN(readability-redundant-member-init): lets designated initialisers leave them out.
     std::string gtkApplicationId = {};
     std::string instance = {};  ///< The first part of WM_CLASS.
     std::string className = {}; ///< The second one.
-    // NOLINTEND(readability-redundant-member-init)
     std::int32_t systemProcess = 0; ///< 0 when unknown, or on another machine.
 
     friend auto operator<=>(WindowProperties const&, WindowProperties const&) = default;
