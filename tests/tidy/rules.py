@@ -363,6 +363,14 @@ def missing_files(sources):
                 yield source.path, include.line, f"there is no {include.path}"
 
 
+def unused_headers(sources):
+    """Headers that nobody includes. It asks for the whole tree, so `judge` does not."""
+    included = {include.path for source in sources for include in source.includes}
+    for source in sources:
+        if source.is_header and str(source.path) not in included:
+            yield "unused_headers", source.path, 1, "nobody includes it"
+
+
 def stems(sources):
     """Each side of a capability, an interface without a source, has the stem of its header."""
     paths = {str(source.path) for source in sources}

@@ -44,7 +44,7 @@ def sources_of(root):
 
 def check_rules(root):
     sources = sources_of(root)
-    breaches = list(rules.judge(sources))
+    breaches = [*rules.judge(sources), *rules.unused_headers(sources)]
     for rule, path, line, message in breaches:
         print(f"{path}:{line}: {message} [{rule}]")
     print(f"{len(sources)} files, {len(breaches)} breaches")

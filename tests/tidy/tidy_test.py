@@ -210,6 +210,14 @@ class TheTreeTest(unittest.TestCase):
         late = Source("platform/linux/qt/event_monitors_linux.h", "#pragma once\n")
         self.assertEqual(findings(header, *sides, late), ["stems"])
 
+    def test_has_no_header_that_nobody_includes(self):
+        header = Source("app/a.h", "#pragma once\n")
+        other = Source("app/b.h", "#pragma once\n")
+        source = Source("app/a.cpp", '#include "app/a.h"\n')
+        self.assertEqual(list(rules.unused_headers([header, source])), [])
+        unused = [path for _, path, *_ in rules.unused_headers([header, other, source])]
+        self.assertEqual(unused, [other.path])
+
     def test_includes_only_what_is_there(self):
         a = Source("app/a.h", '#pragma once\n\n#include "app/b.h"\n')
         self.assertEqual([rule for rule, *_ in rules.judge([a])], ["missing_files"])
