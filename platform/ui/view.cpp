@@ -24,9 +24,9 @@ void View::addSubview(std::shared_ptr<View> view) {
     bool const appears = owner != nullptr && owner->isVisible();
     if (appears) view->tell(&View::willAppear);
     view->superview_ = this;
-    subviews_.push_back(view);
+    auto const added = subviews_.emplace_back(std::move(view));
     didChange();
-    if (appears) view->tell(&View::didAppear);
+    if (appears) added->tell(&View::didAppear);
 }
 
 void View::tell(void (View::*step)()) {
