@@ -18,8 +18,6 @@ constexpr int kThreads = 8;
 /// A framework that takes its time to start: until every thread has begun to ask for it.
 class SlowUpdater final : public Updater {
 public:
-    ~SlowUpdater() = default;
-
     std::unique_ptr<UpdaterController> makeStandardController() override {
         ++made;
         while (asking < kThreads) std::this_thread::yield();
