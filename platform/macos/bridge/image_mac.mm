@@ -17,6 +17,8 @@ int PixelImageMac::heightPixels() const {
 }
 
 std::shared_ptr<PixelImage const> PixelImageMac::croppedTo(Rect const& rect) const {
+    // To Core Graphics a rectangle of negative size is the same one, seen from its other corner.
+    if (rect.width <= 0 || rect.height <= 0) return nullptr;
     // Rounds outward to whole pixels and cuts at the edges by itself.
     CFOwner<CGImageRef> part(CGImageCreateWithImageInRect(image_.get(), toNSRect(rect)));
     if (!part) return nullptr;
