@@ -1,9 +1,8 @@
-#include "app/app_delegate.h"
 #include "capture/screenshot_manager.h"
-#include "platform/simulated/simulated_pixels.h"
-#include "tests/support/desktop_test.h"
-
-#include <memory>
+#include "platform/application.h"
+#include "platform/preference_store.h"
+#include "settings/preferences.h"
+#include "tests/scenarios/scenario_world.h"
 
 namespace trovel {
 namespace {
@@ -13,141 +12,93 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// The program on a desktop where the user works in an editor and Claude runs behind it.
-class CaptureToChatTest : public DesktopTest {
+class CaptureToChatTest : public ScenarioTest {
 protected:
     void SetUp() override {
-        desktop.preferences.store(kHasCompletedOnboarding, true);
-        SimulatedProgram editorProgram;
-        editorProgram.localizedName = "Editor";
-        editorProgram.bundleIdentifier = "com.example.editor";
-        editor = desktop.workspace.start(editorProgram).processIdentifier;
-        claude = desktop.workspace.start(chatProgram("Claude", "com.anthropic.claudefordesktop"))
-                     .processIdentifier;
-        desktop.workspace.bringToFront(editor);
-        desktop.application.setDelegate(delegate.get());
-        desktop.application.launch();
-        desktop.journal.clear();
+        platform.preferences.setBool(kHasCompletedOnboarding, true);
+        editor = world->startProgram("Editor", "com.example.editor");
+        claude = world->startProgram("Claude", "com.anthropic.claudefordesktop");
+        world->bringToFront(editor);
+        launch();
     }
-    void TearDown() override {
-        desktop.application.terminate();
-        EXPECT_EQ(desktop.hotkeys.hotKeyCount(), 0U);
-        EXPECT_EQ(desktop.hotkeys.handlerCount(), 0U);
-    }
+    void TearDown() override { terminate(); }
 
-    SimulatedProgram& chat() { return *desktop.workspace.program(claude); }
     /// At 1 s the hotkey, at 3 s the release of a drag.
     void captureAtThreeSeconds() {
-        desktop.user.wait(1s);
-        desktop.user.pressDefaultHotkey();
-        desktop.user.wait(2s);
-        desktop.user.drag({400, 350}, {100, 150});
+        world->wait(1s);
+        pressDefaultHotkey();
+        world->wait(2s);
+        world->drag({400, 350}, {100, 150});
     }
 
+    static constexpr auto kPasted = "paste picture 200,1100,600,400";
+    static constexpr auto kClicked = "click 500,590";
     std::int32_t editor = 0;
     std::int32_t claude = 0;
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, updates, product);
 };
 
 TEST_F(CaptureToChatTest, FromTheHotkeyToTheSentMessageToTheMillisecond) {
-    desktop.preferences.store(kAutoSendEnabled, true);
+    platform.preferences.setBool(kAutoSendEnabled, true);
     captureAtThreeSeconds();
-    desktop.user.wait(1min);
-    Picture const picture{1, {200, 1100, 600, 400}, {300, 200}};
-    Point const click{500, 590};
-    EXPECT_THAT(
-        desktop.journal.entries(),
-        ElementsAre(at(1s, effect::PermissionAsked{Permission::accessibility, true}),
-                    at(1s, effect::PermissionAsked{Permission::screenRecording, true}),
-                    at(1s, effect::CaptureSessionBegan{}), at(1s, effect::OrderedFront{1}),
-                    at(1s, effect::MonitorAdded{}), at(1s, effect::ActivationAsked{true}),
-                    at(1s, effect::FrontmostChanged{kTrovelProcess}),
-                    at(1s, effect::OrderedFront{1}), at(1s, effect::MadeKey{1}),
-                    at(1s, effect::CrosshairPushed{}), at(1s, effect::HotKeyHandled{0}),
-                    at(3s, effect::MonitorRemoved{}), at(3s, effect::CursorPopped{}),
-                    at(3s, effect::OrderedOut{1}), at(3020ms, effect::DisplaysListed{}),
-                    at(3020ms, effect::DisplayCaptured{{1, 1440, 900}, {2880, 1800, false, false}}),
-                    at(3020ms, effect::CaptureSessionEnded{}),
-                    at(3320ms, effect::PasteboardCleared{}),
-                    at(3320ms, effect::PictureWritten{picture}),
-                    at(3320ms, effect::ScriptExecuted{"tell application \"Claude\" to activate"}),
-                    at(3370ms, effect::FrontmostChanged{claude}),
-                    at(3920ms, effect::MousePosted{MouseAction::leftDown, click}),
-                    at(3920ms, effect::MousePosted{MouseAction::leftUp, click}),
-                    at(3920ms, effect::Clicked{claude, click}),
-                    at(4220ms, effect::KeyPosted{9, KeyAction::down, 0x100000}),
-                    at(4220ms, effect::KeyPosted{9, KeyAction::up, 0x100000}),
-                    at(4220ms, effect::Pasted{claude, picture}),
-                    at(5020ms, effect::KeyPosted{36, KeyAction::down, 0}),
-                    at(5020ms, effect::KeyPosted{36, KeyAction::up, 0}),
-                    at(5020ms, effect::Typed{claude, 36, 0})));
-    EXPECT_EQ(desktop.queue.pending(), 0U);
-}
-
-TEST_F(CaptureToChatTest, ThePictureIsTheScreenWithoutDimmingAndPointer) {
-    captureAtThreeSeconds();
-    desktop.user.wait(1min);
-    auto const& pixels = dynamic_cast<SimulatedPixels const&>(*desktop.pasteboard.image().pixels);
-    EXPECT_TRUE(pixels.isClean());
-    EXPECT_EQ(pixels.colorAt(0, 0), desktopColor(1, 200, 1100));
+    world->wait(1min);
+    EXPECT_THAT(world->received(claude),
+                ElementsAre(Received{3920ms, kClicked}, Received{4220ms, kPasted},
+                            Received{5020ms, "key 36"}));
+    EXPECT_THAT(got(editor), IsEmpty());
+    EXPECT_EQ(world->visibleWindows(), 0);
 }
 
 TEST_F(CaptureToChatTest, WithoutAutomaticSendingNothingIsSubmitted) {
     captureAtThreeSeconds();
-    desktop.user.wait(1min);
-    EXPECT_EQ(chat().all<effect::Pasted>().size(), 1U);
-    EXPECT_THAT(chat().all<effect::Typed>(), IsEmpty());
+    world->wait(1min);
+    EXPECT_THAT(got(claude), ElementsAre(kClicked, kPasted));
 }
 
 TEST_F(CaptureToChatTest, WhereTheProgramCannotComeToTheFrontTheRoadIsTheSame) {
-    desktop.application.setSelfActivation(SelfActivation::changesNothing);
+    world->setActivationIsGranted(false);
     captureAtThreeSeconds();
-    desktop.user.wait(1min);
-    EXPECT_EQ(chat().all<effect::Pasted>().size(), 1U);
-    EXPECT_THAT(desktop.journal.timesOf<effect::Pasted>(), ElementsAre(4220ms));
+    world->wait(1min);
+    EXPECT_THAT(world->received(claude),
+                ElementsAre(Received{3920ms, kClicked}, Received{4220ms, kPasted}));
 }
 
-TEST_F(CaptureToChatTest, ATargetThatIsInFrontAlreadyIsPastedIntoHalfASecondAfterTheCheck) {
-    desktop.application.setSelfActivation(SelfActivation::changesNothing);
-    desktop.workspace.bringToFront(claude);
-    captureAtThreeSeconds();
-    desktop.user.wait(1min);
-    EXPECT_THAT(desktop.journal.timesOf<effect::Clicked>(), ElementsAre(3820ms));
+TEST_F(CaptureToChatTest, TwoPressesOpenOneOverlayWhichGoesAfterHalfAMinute) {
+    pressDefaultHotkey();
+    pressDefaultHotkey();
+    EXPECT_EQ(world->visibleWindows(), 1);
+    world->wait(29s);
+    EXPECT_EQ(world->visibleWindows(), 1);
+    world->wait(1s);
+    EXPECT_EQ(world->visibleWindows(), 0);
+    EXPECT_THAT(got(claude), IsEmpty());
 }
 
-TEST_F(CaptureToChatTest, AHeldHotkeyIsOnePress) {
-    desktop.user.holdKey(19, kFlagCommand | kFlagShift, 30);
-    EXPECT_EQ(desktop.journal.count<effect::HotKeyHandled>(), 1U);
-    EXPECT_EQ(desktop.journal.count<effect::CrosshairPushed>(), 1U);
-    desktop.user.pressKey(53);
-    desktop.queue.drain();
+TEST_F(CaptureToChatTest, EscapeTakesTheOverlayAwayAndNothingIsDelivered) {
+    pressDefaultHotkey();
+    world->pressKey(kKeyEscape, 0);
+    world->wait(1min);
+    EXPECT_EQ(world->visibleWindows(), 0);
+    EXPECT_FALSE(delegate->screenshotManager().isCapturing());
+    EXPECT_THAT(got(claude), IsEmpty());
+    EXPECT_THAT(got(editor), IsEmpty());
 }
 
-TEST_F(CaptureToChatTest, TwoPressesOpenOneOverlay) {
-    desktop.user.pressDefaultHotkey();
-    desktop.user.pressDefaultHotkey();
-    EXPECT_EQ(desktop.journal.count<effect::HotKeyHandled>(), 2U);
-    EXPECT_EQ(desktop.windows.visibleWindows().size(), 1U);
-    desktop.user.wait(30s);
-    EXPECT_THAT(desktop.windows.visibleWindows(), IsEmpty());
-    EXPECT_EQ(desktop.journal.count<effect::AlertShown>(), 0U);
-    EXPECT_EQ(desktop.pasteboard.changeCount(), 0U);
+TEST_F(CaptureToChatTest, OneCaptureAfterTheOtherAreBothDelivered) {
+    for (int round = 0; round < 2; ++round) {
+        pressDefaultHotkey();
+        world->wait(1s);
+        world->drag({400, 350}, {100, 150});
+        world->wait(1min);
+        world->bringToFront(editor);
+    }
+    EXPECT_THAT(got(claude), ElementsAre(kClicked, kPasted, kClicked, kPasted));
 }
 
 TEST_F(CaptureToChatTest, TerminationDuringTheOverlayLeavesNothingBehind) {
-    desktop.user.pressDefaultHotkey();
-    desktop.application.terminate();
+    pressDefaultHotkey();
+    platform.application.terminate();
     delegate.reset();
-    EXPECT_THAT(desktop.windows.visibleWindows(), IsEmpty());
-    EXPECT_EQ(desktop.capturer.openSessions(), 0);
-    EXPECT_EQ(desktop.monitors.count(), 0U);
-}
-
-TEST_F(CaptureToChatTest, ADesktopThatEndsWithADeliveryWaitingTakesTheDelegateAlong) {
-    captureAtThreeSeconds();
-    desktop.user.wait(100ms);
-    desktop.user.pressDefaultHotkey(); // and an overlay is up
-    desktop.application.terminate();
-    delegate.reset();
+    EXPECT_EQ(world->visibleWindows(), 0);
 }
 
 } // namespace

@@ -1,145 +1,132 @@
-#include "app/app_delegate.h"
 #include "capture/screenshot_manager.h"
+#include "platform/application.h"
+#include "platform/preference_store.h"
 #include "platform/ui/button.h"
+#include "platform/ui/window.h"
+#include "settings/preferences.h"
 #include "setup_windows/app_selector_view.h"
 #include "setup_windows/onboarding_window_controller.h"
 #include "setup_windows/permissions_window_controller.h"
+#include "tests/scenarios/scenario_world.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/views.h"
-
-#include <memory>
 
 namespace trovel {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
 /// A new account: nothing is stored, nothing is granted, and two programs run.
-class FirstRunTest : public DesktopTest {
+class FirstRunTest : public ScenarioTest {
 protected:
     void SetUp() override {
-        desktop.permissions.revoke(Permission::accessibility);
-        desktop.permissions.revoke(Permission::screenRecording);
-        chat = desktop.workspace.start(chatProgram("ChatGPT", "com.openai.chat")).processIdentifier;
-        warp =
-            desktop.workspace.start(chatProgram("Warp", "dev.warp.Warp-Stable")).processIdentifier;
-        desktop.workspace.bringToFront(warp);
-        desktop.application.setDelegate(delegate.get());
-        desktop.application.launch();
+        world->setGrants(false, false);
+        chat = world->startProgram("ChatGPT", "com.openai.chat");
+        warp = world->startProgram("Warp", "dev.warp.Warp-Stable");
+        launch();
     }
-    void TearDown() override { desktop.application.terminate(); }
+    void TearDown() override { terminate(); }
 
-    void click(View const& view) { desktop.user.click(centreOf(view)); }
     [[nodiscard]] bool isCompleted() const {
-        return desktop.preferences.boolForKey(kHasCompletedOnboarding);
+        return platform.preferences.boolForKey(kHasCompletedOnboarding);
     }
+    void closeOnboarding() { world->closeWindow(*slots.sharedOnboardingWindow->window()); }
     void captureAndWait() {
-        desktop.user.pressDefaultHotkey();
-        desktop.user.wait(1s);
-        desktop.user.drag({400, 350}, {100, 150});
-        desktop.user.wait(1min);
-    }
-    SimulatedProgram& program(std::int32_t processIdentifier) {
-        return *desktop.workspace.program(processIdentifier);
+        pressDefaultHotkey();
+        world->wait(1s);
+        world->drag({400, 350}, {100, 150});
+        world->wait(1min);
     }
 
     std::int32_t chat = 0;
     std::int32_t warp = 0;
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(context, updates, product);
 };
 
 TEST_F(FirstRunTest, FromNothingToASentPicture) {
     ASSERT_NE(slots.sharedOnboardingWindow, nullptr);
-    auto const& onboarding = *slots.sharedOnboardingWindow;
-    click(*onboarding.appSelector()->cards()[1]); // ChatGPT
-    click(*onboarding.continueButton());
+    {
+        auto const onboarding = slots.sharedOnboardingWindow;
+        world->click(*onboarding->appSelector()->cards()[1]); // ChatGPT
+        world->click(*onboarding->continueButton());
+    }
     ASSERT_EQ(slots.sharedOnboardingWindow, nullptr);
 
     ASSERT_NE(slots.sharedPermissionsWindow, nullptr);
-    auto& permissions = *slots.sharedPermissionsWindow;
-    EXPECT_FALSE(permissions.continueButton().isEnabled());
-    click(permissions.accessibilityButton());
-    desktop.permissions.grant(Permission::accessibility);
-    click(permissions.screenRecButton());
-    desktop.permissions.grant(Permission::screenRecording);
-    desktop.user.wait(1s);
-    click(permissions.continueButton());
+    {
+        auto const permissions = slots.sharedPermissionsWindow;
+        EXPECT_FALSE(permissions->continueButton().isEnabled());
+        world->click(permissions->accessibilityButton());
+        world->setGrants(true, false);
+        world->click(permissions->screenRecButton());
+        world->setGrants(true, true);
+        world->wait(1s);
+        world->click(permissions->continueButton());
+    }
     EXPECT_TRUE(isCompleted());
-    EXPECT_THAT(desktop.windows.visibleWindows(), IsEmpty());
+    EXPECT_EQ(world->visibleWindows(), 0);
 
-    EXPECT_TRUE(desktop.statusBar.choose({"Auto Send"}));
+    EXPECT_TRUE(world->choose({"Auto Send"}));
     captureAndWait();
-    Picture const picture{1, {200, 1100, 600, 400}, {300, 200}};
-    ASSERT_THAT(program(chat).all<effect::Pasted>(), SizeIs(1));
-    EXPECT_EQ(program(chat).all<effect::Pasted>().front().contents, PasteboardContents(picture));
-    ASSERT_THAT(program(chat).all<effect::Typed>(), SizeIs(1));
-    EXPECT_EQ(program(chat).all<effect::Typed>().front().keyCode, kKeyReturn);
-    EXPECT_EQ(desktop.queue.pending(), 0U);
+    EXPECT_THAT(got(chat),
+                ElementsAre("click 500,590", "paste picture 200,1100,600,400", "key 36"));
 }
 
 TEST_F(FirstRunTest, TheHotkeyWithoutGrantsTakesTheCompletionOfTheFirstRunAway) {
-    click(*slots.sharedOnboardingWindow->continueButton());
+    world->click(*slots.sharedOnboardingWindow->continueButton());
     auto const window = slots.sharedPermissionsWindow;
-    desktop.user.pressDefaultHotkey();
+    pressDefaultHotkey();
     EXPECT_FALSE(delegate->screenshotManager().isCapturing());
     EXPECT_EQ(slots.sharedPermissionsWindow, window);
-    desktop.permissions.grant(Permission::accessibility);
-    desktop.permissions.grant(Permission::screenRecording);
-    desktop.user.wait(1s);
-    click(window->continueButton());
+    world->setGrants(true, true);
+    world->wait(1s);
+    world->click(window->continueButton());
     EXPECT_EQ(slots.sharedPermissionsWindow, nullptr);
     EXPECT_FALSE(isCompleted());
 }
 
 TEST_F(FirstRunTest, AClosedOnboardingComesBackAtTheNextLaunch) {
-    slots.sharedOnboardingWindow->window()->receiveCloseRequest();
-    desktop.application.terminate();
+    closeOnboarding();
+    EXPECT_EQ(slots.sharedOnboardingWindow, nullptr);
+    terminate();
     delegate.reset();
     delegate = AppDelegate::make(context, updates, product);
-    desktop.application.setDelegate(delegate.get());
-    desktop.application.launch();
+    launch();
     EXPECT_NE(slots.sharedOnboardingWindow, nullptr);
 }
 
 TEST_F(FirstRunTest, ThePictureBecomesAFileWhosePathIsPastedIntoTheTerminalOfTheUser) {
-    slots.sharedOnboardingWindow->window()->receiveCloseRequest();
-    desktop.permissions.grant(Permission::accessibility);
-    desktop.permissions.grant(Permission::screenRecording);
-    EXPECT_TRUE(desktop.statusBar.choose({"Terminal Mode", "Frontmost App"}));
-    EXPECT_TRUE(desktop.statusBar.choose({"Auto Send"}));
-    desktop.workspace.bringToFront(warp);
+    closeOnboarding();
+    world->setGrants(true, true);
+    EXPECT_TRUE(world->choose({"Terminal Mode", "Frontmost App"}));
+    EXPECT_TRUE(world->choose({"Auto Send"}));
+    world->bringToFront(warp);
     captureAndWait();
-    ASSERT_THAT(desktop.files.files(), SizeIs(1));
-    auto const path = desktop.files.files().begin()->first;
-    ASSERT_THAT(program(warp).all<effect::Pasted>(), SizeIs(1));
-    EXPECT_EQ(program(warp).all<effect::Pasted>().front().contents, PasteboardContents(path + " "));
-    EXPECT_EQ(desktop.pasteboard.image().pixels, nullptr);
-    EXPECT_THAT(program(warp).all<effect::Typed>(), IsEmpty()); // never submitted
-    EXPECT_THAT(program(chat).inputs, IsEmpty());
+    auto const files = world->capturedFiles();
+    ASSERT_THAT(files, SizeIs(1));
+    EXPECT_THAT(got(warp), ElementsAre("paste text " + files.front() + " ")); // never submitted
+    EXPECT_THAT(got(chat), IsEmpty());
 }
 
-TEST_F(FirstRunTest, WithoutTerminalModeNoFolderAndNoFileIsMade) {
-    slots.sharedOnboardingWindow->window()->receiveCloseRequest();
-    desktop.permissions.grant(Permission::accessibility);
-    desktop.permissions.grant(Permission::screenRecording);
+TEST_F(FirstRunTest, WithoutTerminalModeNoFileIsMade) {
+    closeOnboarding();
+    world->setGrants(true, true);
     captureAndWait();
-    EXPECT_THAT(program(chat).all<effect::Pasted>(), SizeIs(1));
-    EXPECT_THAT(desktop.files.files(), IsEmpty());
-    EXPECT_THAT(desktop.files.folders(), IsEmpty());
+    EXPECT_THAT(got(chat), testing::Contains("paste picture 200,1100,600,400"));
+    EXPECT_THAT(world->capturedFiles(), IsEmpty());
 }
 
 TEST_F(FirstRunTest, TheProgramCanEndWhileEveryWindowIsOpen) {
     delegate->showChangeApp();
     delegate->showChangeHotkey();
     delegate->showPermissions();
-    EXPECT_THAT(desktop.windows.visibleWindows(), SizeIs(4));
-    desktop.application.terminate();
+    EXPECT_EQ(world->visibleWindows(), 4);
+    terminate();
     slots = {};
-    EXPECT_THAT(desktop.windows.visibleWindows(), IsEmpty());
-    desktop.queue.drain(); // what was still to be displayed
-    EXPECT_EQ(desktop.queue.pending(), 0U);
+    EXPECT_EQ(world->visibleWindows(), 0);
+    world->wait(1s); // what was still to be displayed
 }
 
 } // namespace
