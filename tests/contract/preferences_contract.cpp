@@ -50,11 +50,14 @@ TEST_F(PreferencesContract, TextsComeBackByteForByte) {
     }
 }
 
-TEST_F(PreferencesContract, AValueOfAnotherTypeReadsAsAbsent) {
+TEST_F(PreferencesContract, ATextReadsAsNoBooleanAndNoInteger) {
     world->storePreference("text", std::string("words"));
-    world->storePreference("real", 2.5);
     EXPECT_FALSE(world->laterPreferences().boolForKey("text"));
     EXPECT_EQ(world->laterPreferences().integerForKey("text"), 0);
+}
+
+TEST_F(PreferencesContract, ARealNumberReadsAsNoBooleanAndNoInteger) {
+    world->storePreference("real", 2.5);
     EXPECT_FALSE(world->laterPreferences().boolForKey("real"));
     EXPECT_EQ(world->laterPreferences().integerForKey("real"), 0);
 }
