@@ -26,7 +26,9 @@ static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat w, CGFloat h) {
 @end
 
 NS_ROOT_CLASS
-@interface NSObject <NSObject>
+@interface NSObject <NSObject> {
+    Class isa;
+}
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 + (instancetype)alloc;
 - (void)dealloc;
