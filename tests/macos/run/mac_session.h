@@ -37,6 +37,7 @@ private:
     std::map<std::string, long> before_; // what lives as long as the process
     void* _Nonnull pool_;
     std::unique_ptr<Backend> backend_;
+    int depth_ = 0; // of the waiting inside of what happens meanwhile
 };
 
 } // namespace trovel

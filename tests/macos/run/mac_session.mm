@@ -1,5 +1,6 @@
 #include "tests/macos/run/mac_session.h"
 
+#include "tests/macos/run/fakes/appkit.h"
 #include "tests/macos/run/runtime/runtime.h"
 
 #include <gtest/gtest.h>
@@ -20,6 +21,7 @@ MacSession::~MacSession() {
     mac.runLoop.drain();
     mac.clock.settle();
     EXPECT_TRUE(mac.alerts.empty()) << "an alert is up at the end";
+    EXPECT_TRUE(fakes::application()->monitors_.empty()) << "an event monitor is left";
     objc_autoreleasePoolPop(pool_);
     fakes::endMac();
     for (auto const& [name, count] : objc::liveObjects()) {
@@ -28,15 +30,22 @@ MacSession::~MacSession() {
 }
 
 void MacSession::wait(Duration duration) {
-    fakes::mac().runLoop.run(fakes::kDefaultMode, [] { return false; }, duration);
+    static_cast<void>(waitUntil([] { return false; }, duration));
 }
 
 void MacSession::settle() {
-    fakes::mac().runLoop.drain();
+    wait(Duration());
 }
 
 bool MacSession::waitUntil(std::function<bool()> const& predicate, Duration limit) {
-    return fakes::mac().runLoop.run(fakes::kDefaultMode, predicate, limit);
+    // The loop's own turns end with their pool; so does what the test did before the first of them.
+    if (depth_++ == 0) {
+        objc_autoreleasePoolPop(pool_);
+        pool_ = objc_autoreleasePoolPush();
+    }
+    bool const isSo = fakes::mac().runLoop.run(fakes::kDefaultMode, predicate, limit);
+    --depth_;
+    return isSo;
 }
 
 } // namespace trovel

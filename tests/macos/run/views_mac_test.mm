@@ -110,6 +110,8 @@ TEST_F(ViewsMac, AButtonIsPressedByAClickAndByItsKeyAndOnlyWhileItIsEnabled) {
     press(36, 0, "\r");
     EXPECT_EQ(presses, 2);
     button->setEnabled(false);
+    NSButton* const native = [nativeView(*button).subviews objectAtIndex:0];
+    EXPECT_FALSE(native.enabled);
     click(*button);
     press(36, 0, "\r");
     EXPECT_EQ(presses, 2);

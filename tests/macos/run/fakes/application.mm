@@ -110,7 +110,8 @@ bool isBarred(NSApplication* _Nonnull application, NSWindow* _Nullable window) {
 // Local monitors come first: "Return nil to … stop the dispatching of the event". A key with
 // Command is offered to the key window's views as an equivalent before it is a key.
 - (void)sendEvent:(NSEvent*)event {
-    NSWindow* const window = event->window_;
+    // Nobody promises to keep a window through its event.
+    NSWindow* __unsafe_unretained const window = event->window_;
     if (isBarred(self, window)) return;
     auto const monitors = monitors_;
     for (FakeMonitor* const monitor : monitors) {

@@ -314,11 +314,15 @@ NSAccessibilityRole const NSAccessibilityButtonRole = @"AXButton";
     [self performAction];
 }
 
-// The cell goes on with its view after the action, whoever let go of it meanwhile.
+// The cell goes on with its view after the action, whoever let go of it meanwhile: nobody promises
+// to keep the view or the target.
 - (void)performAction {
     if (!self.enabled) return;
     isHighlighted_ = YES;
-    id const target = self.target;
+    id __unsafe_unretained target = nil;
+    @autoreleasepool {
+        target = self.target;
+    }
     if (self.action != nullptr) fakes::send(target, self.action, self);
     isHighlighted_ = NO;
     needsDisplay_ = YES;

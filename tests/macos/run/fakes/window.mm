@@ -322,8 +322,8 @@ void putInFront(NSWindow* _Nonnull window, bool ofAll) {
     // The view itself, which its own action may let go of.
     NSView* __unsafe_unretained const view = pressedView_;
     pressedView_ = nil;
-    isMoving_ = NO;
     [view mouseUp:event];
+    isMoving_ = NO;
 }
 
 @end
