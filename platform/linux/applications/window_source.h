@@ -16,8 +16,8 @@ enum class WindowId : std::uint64_t { none = 0 };
 /// the window says nothing.
 struct WindowProperties {
     std::string gtkApplicationId = {};
-    std::string instance = {};  ///< The first part of WM_CLASS.
-    std::string className = {}; ///< The second one.
+    std::string instance = {};      ///< The first part of WM_CLASS.
+    std::string className = {};     ///< The second one.
     std::int32_t systemProcess = 0; ///< 0 when unknown, or on another machine.
 
     friend auto operator<=>(WindowProperties const&, WindowProperties const&) = default;

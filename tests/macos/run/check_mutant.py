@@ -35,7 +35,7 @@ def read(name, path):
 
 
 def run(command, **options):
-    return subprocess.run(command, capture_output=True, text=True, **options)
+    return subprocess.run(command, capture_output=True, text=True, check=False, **options)
 
 
 def command_for(source, build, mutant, target):
