@@ -9,7 +9,7 @@ namespace trovel {
 
 class ApplicationGroups;
 
-/// The running applications of an X11 desktop, as the groups of windows that belong together.
+/// The running applications of a Linux desktop, as the groups of windows that belong together.
 ///
 /// "com.apple.Terminal" names any of the terminals that there are here, the one used last first.
 /// Only web and mail addresses are opened, by the program that xdg-open(1) knows. There are no

@@ -8,8 +8,8 @@
 
 namespace trovel {
 
-// The one place where pixels of the root window (origin at the top left, y downward) and points (y
-// upward) are turned into each other.
+// The one place where places in pixels of the root window (origin at the top left, y downward) and
+// in points (y upward) are turned into each other.
 
 /// The frame of `monitor` in global screen points.
 ///
