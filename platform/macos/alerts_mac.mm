@@ -31,6 +31,8 @@ void AlertsMac::runModal(Alert const& alert) {
         [native addButtonWithTitle:toNSString(title)];
     // The application need not be active, and what has not been asked for comes up behind others.
     NSWindow* const window = native.window;
+    // An alert that nobody answers keeps neither the program nor the user's session from ending.
+    window.preventsApplicationTerminationWhenModal = NO;
     [NSRunLoop.mainRunLoop performInModes:@[ NSModalPanelRunLoopMode ]
                                     block:^{
                                       [window orderFrontRegardless];

@@ -118,6 +118,16 @@ TEST_F(WindowsMac, AnAlertComesInFrontOfOtherProgramsWithoutActivation) {
     EXPECT_EQ(mac().count("order front regardless"), 1);
 }
 
+TEST_F(WindowsMac, AnOpenAlertDoesNotKeepTheProgramFromEnding) {
+    [fakes::application() launch];
+    mac().runLoop.later(100ms, [&] {
+        platform.application.terminate();
+        EXPECT_EQ(mac().count("terminate"), 1);
+        mac().closeAlert();
+    });
+    platform.alerts.runModal({"Trovel", "Text", AlertStyle::informational, {"OK"}});
+}
+
 TEST_F(WindowsMac, OverAnAlertAnOverlayGetsTheMouseAndASetupWindowDoesNot) {
     auto const setup = openSetup();
     int presses = 0;

@@ -294,6 +294,7 @@ static CGFloat const NSSquareStatusItemLength = -2.0;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(readonly) BOOL canBecomeKeyWindow;
 @property(readonly) BOOL worksWhenModal;
+@property BOOL preventsApplicationTerminationWhenModal;
 @property(readonly, getter=isKeyWindow) BOOL keyWindow;
 @property(readonly, getter=isVisible) BOOL visible;
 - (NSRect)frameRectForContentRect:(NSRect)contentRect;

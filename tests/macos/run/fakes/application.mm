@@ -67,6 +67,10 @@ bool isBarred(NSApplication* _Nonnull application, NSWindow* _Nullable window) {
 
 // "…sends applicationWillTerminate: … and then exits" (NSApplication.terminate).
 - (void)terminate:(id)sender {
+    // "Usually, application termination is prevented when a modal window or sheet is open, without
+    // consulting the application delegate" (NSWindow.preventsApplicationTerminationWhenModal).
+    NSWindow* const modal = modalWindows_.empty() ? nil : modalWindows_.back();
+    if (modal.preventsApplicationTerminationWhenModal) return;
     fakes::mac().record("terminate");
     id<NSApplicationDelegate> const delegate = delegate_;
     NSNotification* const ends = [[NSNotification alloc] init];

@@ -42,6 +42,7 @@ void putInFront(NSWindow* _Nonnull window, bool ofAll) {
     BOOL ignoresMouseEvents_;
 }
 @synthesize level = level_;
+@synthesize preventsApplicationTerminationWhenModal = preventsTermination_;
 @synthesize opaque = opaque_;
 @synthesize hasShadow = hasShadow_;
 @synthesize releasedWhenClosed = releasedWhenClosed_;
@@ -57,6 +58,7 @@ void putInFront(NSWindow* _Nonnull window, bool ofAll) {
     hasShadow_ = YES;
     hasCursorRects_ = YES;
     releasedWhenClosed_ = YES; // "The default … is YES"
+    preventsTermination_ = YES;
     title_ = @"";
     self.contentView = [[NSView alloc] initWithFrame:contentRect];
     fakes::mac().windows.push_back(self);
